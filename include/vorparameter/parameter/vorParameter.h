@@ -1,0 +1,338 @@
+//===- vorParameter.h - Base of every parameter and its handle --*- C++ -*-===//
+//
+// Every node of a parameter tree is a vorParameter: a named, typed value
+// (number, string, enumeration, error, map, array, list, reference, function,
+// data) with a label, a description, a group, an optional active expression,
+// change callbacks and a parent.
+//
+// Nodes are held by vorParameterPtr handles, which count references in the
+// node itself. Nothing in the library hands out a null parameter: an empty
+// handle that is dereferenced turns itself into the error value of kind
+// ERR_UNKNOWN, and every failed lookup, operator or evaluation returns an error
+// parameter (type TYPE_ERROR) instead of throwing.
+//
+// The virtual interface below is declared in its fixed slot order; derived
+// classes override what they support and inherit neutral answers for the rest.
+//
+//===----------------------------------------------------------------------===//
+#ifndef VORPARAMETER_PARAMETER_VORPARAMETER_H
+#define VORPARAMETER_PARAMETER_VORPARAMETER_H
+
+#include "vorparameter/parameter/vorParameterImpl.h"
+#include "vorparameter/parameter/vorParameterKey.h"
+#include "vorparameter/parameter/vorParameterTypes.h"
+#include "vorparameter/platform/coContainers.h"
+#include "vorparameter/platform/utString.h"
+#include "vorparameter/platform/utTypeID.h"
+#include "vorparameter/platform/vorExport.h"
+#include "vorparameter/platform/vorUniqueId.h"
+
+#include <atomic>
+#include <cstddef>
+#include <functional>
+
+class vorParameter;
+
+/// A counted, shared handle to a parameter (atomic counts kept in the node).
+/// Handles made with coPrfExtern refer to a node without owning it.
+///
+/// Dereferencing (->, *, check(), par(), copy()) never yields null: an empty
+/// handle is first assigned the shared error of kind ERR_UNKNOWN, in place,
+/// even through a const handle. Constness of a handle does not propagate to
+/// the node, as with std::shared_ptr.
+class VOR_API vorParameterPtr {
+public:
+    vorParameterPtr() = default;
+    /// Takes ownership of `node` (which may already be owned by other handles).
+    vorParameterPtr(vorParameter* node);
+    /// Refers to `node` without owning it: the node is never deleted through it.
+    vorParameterPtr(coPrfExtern, vorParameter* node)
+        : m_node(node)
+        , m_owning(false) {}
+    vorParameterPtr(const vorParameterPtr& other);
+    vorParameterPtr(vorParameterPtr&& other) noexcept;
+    vorParameterPtr& operator=(const vorParameterPtr& other);
+    vorParameterPtr& operator=(vorParameterPtr&& other) noexcept;
+    ~vorParameterPtr();
+
+    /// True when this handle is the only owner of its node.
+    bool unique() const;
+    /// True when the handle holds no node (does not replace it by an error).
+    bool is_null() const { return m_node == nullptr; }
+    /// The node or null, without replacement.
+    vorParameter* get() const { return m_node; }
+    bool is_owning() const { return m_owning; }
+
+    vorParameter* operator->() const;
+    vorParameter& operator*() const;
+    /// Replaces an empty handle by the ERR_UNKNOWN error.
+    void check() const {
+        if (!m_node)
+            replace_empty();
+    }
+    /// The node's get_ref(): a reference's referent, otherwise the node itself.
+    vorParameter* par() const;
+    /// The node's lookup of `key`.
+    vorParameterPtr operator[](const vorParameterKey& key) const;
+    /// A new handle owning a clone of the node (create_new()).
+    vorParameterPtr copy() const;
+    /// Hash of the node's address, so handles can key hash tables.
+    std::size_t co_hash() const { return std::hash<const void*>()(m_node); }
+
+    void reset();
+    void swap(vorParameterPtr& other) noexcept;
+
+private:
+    void replace_empty() const;
+
+    mutable vorParameter* m_node = nullptr;
+    mutable bool m_owning = false;
+};
+
+/// True for the same node; two distinct nodes are equal only when both are
+/// errors of kind ERR_UNKNOWN (the "nothing there" value).
+VOR_API bool operator==(const vorParameterPtr& a, const vorParameterPtr& b);
+inline bool operator!=(const vorParameterPtr& a, const vorParameterPtr& b) {
+    return !(a == b);
+}
+
+template <>
+struct std::hash<vorParameterPtr> {
+    std::size_t operator()(const vorParameterPtr& p) const noexcept { return p.co_hash(); }
+};
+
+using vorParameterPtrcoDList = coDList<vorParameterPtr>;
+using vorParameterPtrcoStack = coStack<vorParameterPtr>;
+
+class VOR_API vorParameter {
+public:
+    // Slots 0 and 1: class identity.
+    virtual const utTypeID& ut_dynamic_type() const { return ut_static_type(); }
+    virtual bool ut_is_kind_of(const utTypeID& id) const {
+        return ut_dynamic_type().is_kind_of(id);
+    }
+    static const utTypeID& ut_static_type();
+    static vorParameter* ut_dynamic_cast(vorParameter* p) { return p; }
+    static const vorParameter* ut_dynamic_cast(const vorParameter* p) { return p; }
+
+    virtual ~vorParameter();
+    /// A new heap clone made with the class's copy constructor.
+    virtual vorParameter* create_new() const = 0;
+    virtual void reset() {}
+    virtual bool is_valid() const { return true; }
+    /// False when the parent is inactive; otherwise the cached result of the
+    /// active expression, computed first when not known.
+    virtual bool is_active() const;
+    virtual bool is_error() const { return false; }
+    virtual const utString& get_typename() const;
+    virtual void set_typename(const utString&) {}
+    /// The parent's precedence; 0 without a parent. Names not found in a node
+    /// are searched in enclosing nodes of no higher precedence.
+    virtual int get_precedence() const;
+    virtual void set_onmodify_param_name(const utString& name);
+    virtual vorParameterOnModifyFn set_onmodify_callback(vorParameterOnModifyFn fn);
+    virtual vorParameterOnReadFn set_onread_callback(vorParameterOnReadFn fn);
+    virtual utString print(int indent) const;
+    virtual int get_int() const { return 0; }
+    virtual double get_double() const { return 0.0; }
+    virtual utString get_string() const;
+    virtual const vorRefToObjectId& get_ref_id() const { return vorRefToObjectId::empty(); }
+    virtual utString get_translated_string() const { return get_string(); }
+    virtual void set_int(int) {}
+    virtual void set_double(double) {}
+    virtual void set_string(const utString&) {}
+    virtual void set_ref_from_id(const vorRefToObjectId&) {}
+    virtual void set_defaults(const utString&, const utString&) {}
+    virtual void copy_value_from(const vorParameter& source);
+    virtual bool is_locked() const;
+    virtual bool check_range() const { return true; }
+    virtual bool is_expr() const { return false; }
+    /// The text that evaluate() parses; empty for nodes without an expression.
+    virtual utString get_expr() const { return utString(); }
+    virtual vorParameterPtr operate_binary(const utString& op, const vorParameterPtr& rhs) const;
+    virtual vorParameterPtr operate_prefix(const utString& op) const;
+    virtual vorParameterPtr operate_postfix(const utString& op) const;
+    virtual int size() const { return 0; }
+    virtual vorParameterPtr operator[](const vorParameterKey& key) const;
+    virtual vorParameterPtr operator[](const vorParameterKey& key);
+    virtual vorParameterPtr add(const vorParameterKey& key, vorParameterPtr par);
+    virtual vorParameterPtr remove(const vorParameterKey& key);
+    virtual void remove_all() {}
+    virtual const vorParameter* get_ref() const { return this; }
+    virtual vorParameter* get_ref() { return this; }
+    virtual vorParameterSubType subtype() const = 0;
+    virtual vorParameterType type() const = 0;
+    /// The type word of the XML rendering; empty here.
+    virtual utString get_xml_typename() const { return utString(); }
+    /// Evaluates get_expr() in this node's scope; see vorParameter.cpp.
+    virtual vorParameterPtr evaluate() const;
+    /// Identity here; value equality in the value classes.
+    virtual bool is_equal(const vorParameter& other) const { return this == &other; }
+    virtual vorRefToObjectId get_lock_id_imp(const vorParameter& node) const;
+
+    // Descriptive record (shared by copies of the node).
+    const utString& get_name() const { return m_impl->name; }
+    void set_name(const utString& name) { m_impl->name = name; }
+    const utString& get_label() const { return m_impl->label; }
+    void set_label(const utString& label) { m_impl->label = label; }
+    const utString& get_desc() const { return m_impl->desc; }
+    void set_desc(const utString& desc) { m_impl->desc = desc; }
+    const utString& get_group_name() const { return m_impl->group_name; }
+    void set_group_name(const utString& group) { m_impl->group_name = group; }
+    const utString& get_active_expr() const { return m_impl->active_expr; }
+    /// Stores the (localized) active expression and marks the state unknown.
+    void set_active(const utString& expr);
+    const vorParameterImplPtr& get_impl() const { return m_impl; }
+    /// Replaces the record and marks the active state unknown.
+    void set_impl(vorParameterImplPtr impl);
+
+    /// Looks `key` up here and, when not found, in the enclosing nodes of no
+    /// higher precedence: the scoping rule of names. A malformed (empty-kind)
+    /// key gives ERR_SYNTAX.
+    vorParameterPtr resolve(const vorParameterKey& key) const;
+    vorParameterPtr resolve(const vorParameterKey& key);
+
+    /// The name for display and messages: with `full`, the dotted path from the
+    /// top of the tree (array members by their index, "list[2]").
+    static utString get_name(const vorParameter& node, int full);
+    static vorParameterType get_type(const vorParameter& node) { return node.type(); }
+
+    const vorParameter* parent() const { return m_parent; }
+    vorParameter* parent() { return m_parent; }
+    /// True when `p` is this node or one of its ancestors.
+    bool is_descendent(const vorParameter* p) const;
+    bool is_ref() const { return get_ref() != this; }
+
+    vorParameterMeasureMode get_measure_mode() const { return m_measure_mode; }
+    /// Stored only on real and angle numbers; a zero mode is ignored.
+    void set_measure_mode(vorParameterMeasureMode mode);
+    vorParameterMirrorMode get_mirror_mode() const;
+    void set_mirror_mode(vorParameterMirrorMode mode) { m_impl->mirror_mode = mode; }
+    vorParameterMirrorModeFn set_mirror_mode_callback(vorParameterMirrorModeFn fn);
+
+    // Structure, callbacks, active state and locking.
+    void link_par(vorParameterPtr child);
+    void unlink_par(vorParameterPtr child);
+    void lock(int on) { m_lock = on ? 1 : 0; }
+    vorRefToObjectId get_lock_id() const;
+    void invalidate_active() const { m_active_known = 0; }
+    void add_callback(vorParameterPtr dependant) const;
+    void remove_callback(const vorParameterPtr& dependant) const;
+    void remove_dependency(const vorParameterPtr& dependency) const;
+    /// Called by every setter after a value changed: marks dependants' active
+    /// state unknown and calls the nearest on-modify function up the tree.
+    void onmodify_callback();
+    void call_onmodify();
+    void onread_callback() const;
+    void teardown_callbacks();
+    const vorParameterPtrcoDList& get_dependencies() const { return m_dependencies; }
+    const vorParameterPtrcoDList& get_callbacks() const { return m_callbacks; }
+
+    /// Set on parameters that the text loader created from a type word.
+    bool is_defined_from_file() const { return m_defined_from_file; }
+    void set_defined_from_file(bool on) { m_defined_from_file = on; }
+
+    /// True while evaluate() runs on this node (the recursion guard).
+    bool is_evaluating() const { return m_evaluating != 0; }
+
+    bool operator==(const vorParameter& other) const;
+    bool operator!=(const vorParameter& other) const { return !(*this == other); }
+
+protected:
+    vorParameter() = default;
+    vorParameter(const vorParameter& other);
+    vorParameter& operator=(const vorParameter& other);
+
+    /// Sets or clears the evaluating flag; for classes that evaluate themselves.
+    void set_evaluating(bool on) const { m_evaluating = on ? 1 : 0; }
+    void set_parent(vorParameter* parent) { m_parent = parent; }
+
+private:
+    friend class vorParameterPtr;
+    void update_active() const;
+
+    mutable std::atomic<int> m_refs{0};
+    vorParameterOnModifyFn m_onmodify = nullptr;
+    vorParameterOnReadFn m_onread = nullptr;
+    vorParameterMirrorModeFn m_mirror_mode_fn = nullptr;
+    int m_lock = 0;
+    vorParameterImplPtr m_impl;
+    vorParameter* m_parent = nullptr;
+    mutable int m_evaluating = 0;
+    mutable int m_active_known = 0;
+    vorParameterMeasureMode m_measure_mode = MEASURE_NONE;
+    mutable int m_active = 1;
+    mutable vorParameterPtrcoDList m_dependencies;
+    mutable vorParameterPtrcoDList m_callbacks;
+    bool m_defined_from_file = false;
+};
+
+// The handle's hot operations are inline: copying and releasing handles is
+// the most frequent thing the library does.
+
+inline vorParameterPtr::vorParameterPtr(vorParameter* node)
+    : m_node(node)
+    , m_owning(node) {
+    if (m_node)
+        m_node->m_refs.fetch_add(1, std::memory_order_relaxed);
+}
+
+inline vorParameterPtr::vorParameterPtr(const vorParameterPtr& other)
+    : m_node(other.m_node)
+    , m_owning(other.m_owning) {
+    if (m_node && m_owning)
+        m_node->m_refs.fetch_add(1, std::memory_order_relaxed);
+}
+
+inline vorParameterPtr::vorParameterPtr(vorParameterPtr&& other) noexcept
+    : m_node(other.m_node)
+    , m_owning(other.m_owning) {
+    other.m_node = nullptr;
+    other.m_owning = false;
+}
+
+inline void vorParameterPtr::reset() {
+    vorParameter* node = m_node;
+    bool owning = m_owning;
+    m_node = nullptr;
+    m_owning = false;
+    if (node && owning && node->m_refs.fetch_sub(1, std::memory_order_acq_rel) == 1)
+        delete node;
+}
+
+inline void vorParameterPtr::swap(vorParameterPtr& other) noexcept {
+    std::swap(m_node, other.m_node);
+    std::swap(m_owning, other.m_owning);
+}
+
+inline vorParameterPtr& vorParameterPtr::operator=(const vorParameterPtr& other) {
+    vorParameterPtr copy(other);
+    swap(copy);
+    return *this;
+}
+
+inline vorParameterPtr& vorParameterPtr::operator=(vorParameterPtr&& other) noexcept {
+    vorParameterPtr moved(std::move(other));
+    swap(moved);
+    return *this;
+}
+
+inline vorParameterPtr::~vorParameterPtr() {
+    reset();
+}
+
+inline bool vorParameterPtr::unique() const {
+    return m_node && m_owning && m_node->m_refs.load(std::memory_order_acquire) == 1;
+}
+
+inline vorParameter* vorParameterPtr::operator->() const {
+    check();
+    return m_node;
+}
+
+inline vorParameter& vorParameterPtr::operator*() const {
+    check();
+    return *m_node;
+}
+
+#endif // VORPARAMETER_PARAMETER_VORPARAMETER_H

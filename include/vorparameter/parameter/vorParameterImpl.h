@@ -1,0 +1,56 @@
+//===- vorParameterImpl.h - The descriptive record of a node ----*- C++ -*-===//
+//
+// A node's name, label, description, group and active expression live in a
+// vorParameterImpl that all copies of the node share: renaming a node renames
+// its clones too. vorParameterImplPtr is the counted handle to it; its
+// external form wraps a record that somebody else owns and never deletes it.
+//
+//===----------------------------------------------------------------------===//
+#ifndef VORPARAMETER_PARAMETER_VORPARAMETERIMPL_H
+#define VORPARAMETER_PARAMETER_VORPARAMETERIMPL_H
+
+#include "vorparameter/parameter/vorParameterTypes.h"
+#include "vorparameter/platform/coContainers.h"
+#include "vorparameter/platform/utString.h"
+
+#include <memory>
+
+struct vorParameterImpl {
+    utString active_expr; ///< decides whether the node is active; empty: always
+    utString group_name;
+    utString label; ///< display text
+    utString desc;  ///< description
+    utString name;  ///< the node's own name within its parent
+    int mirror_mode = MIRROR_NONE;
+    /// Name of the parameter to notify when this one changes.
+    utString onmodify_param_name;
+    /// A scalar's default text, applied by reset(); invalid until recorded.
+    utString default_value = utString::invalid();
+    /// A scalar's alternative default for non-metric units, or invalid for none.
+    utString alt_default_value = utString::invalid();
+};
+
+class vorParameterImplPtr {
+public:
+    /// A fresh record with every text empty.
+    vorParameterImplPtr()
+        : m_impl(std::make_shared<vorParameterImpl>()) {}
+    /// Wraps a record owned elsewhere; it is never deleted through this handle.
+    vorParameterImplPtr(coPrfExtern, vorParameterImpl* impl)
+        : m_impl(impl, [](vorParameterImpl*) {}) {}
+    /// A private copy of `other`'s record.
+    static vorParameterImplPtr clone_of(const vorParameterImpl& other) {
+        vorParameterImplPtr copy;
+        *copy.m_impl = other;
+        return copy;
+    }
+
+    vorParameterImpl* operator->() const { return m_impl.get(); }
+    vorParameterImpl& operator*() const { return *m_impl; }
+    bool unique() const { return m_impl.use_count() == 1; }
+
+private:
+    std::shared_ptr<vorParameterImpl> m_impl;
+};
+
+#endif // VORPARAMETER_PARAMETER_VORPARAMETERIMPL_H

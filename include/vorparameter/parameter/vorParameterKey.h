@@ -1,0 +1,109 @@
+//===- vorParameterKey.h - Paths into a parameter tree ----------*- C++ -*-===//
+//
+// A vorParameterKey names a place in a tree: "tool.diameter", "list[3].name",
+// "3". It is parsed once into a vorParameterKeyImpl: the kind of its first
+// component (a name, an index, or malformed), the first component itself and
+// the remainder of the path. Keys are cheap values holding a shared handle to
+// their record.
+//
+// Name keys are cached process-wide by their text, so the same path text is
+// parsed once and every key made from it shares one record; key equality is
+// identity of the record. Index keys and malformed keys are parsed anew each
+// time and never compare equal to another key. Leading "$" characters are
+// dropped ("$tol" is "tol"), and a first component "current" is read as
+// "toolpath". Names longer than vorParameterKeyImpl::max_cached_length bytes
+// are parsed but not cached, so a flood of distinct huge names cannot grow the
+// cache without bound; two such keys are never equal. A text longer than
+// max_path_length bytes, or with more than max_path_components separators
+// ("." or "["), is a malformed key whose first component is its beginning.
+//
+// Keys are created from one thread at a time (the cache is not locked).
+//
+//===----------------------------------------------------------------------===//
+#ifndef VORPARAMETER_PARAMETER_VORPARAMETERKEY_H
+#define VORPARAMETER_PARAMETER_VORPARAMETERKEY_H
+
+#include "vorparameter/parameter/vorParameterTypes.h"
+#include "vorparameter/platform/coContainers.h"
+#include "vorparameter/platform/utString.h"
+#include "vorparameter/platform/vorExport.h"
+
+#include <memory>
+
+class vorParameterKeyImpl;
+using vorParameterKeyImplPtr = std::shared_ptr<const vorParameterKeyImpl>;
+
+/// The parsed form of one path text. Immutable but for lazily filled caches.
+class VOR_API vorParameterKeyImpl {
+public:
+    static constexpr std::size_t max_cached_length = 4096;
+    static constexpr std::size_t max_path_length = 16384;
+    static constexpr std::size_t max_path_components = 256;
+
+    /// The record for `text`, from the cache when it is a name key.
+    static vorParameterKeyImplPtr get_impl(const utString& text);
+    /// The record of an index key with no remainder, built without parsing.
+    static vorParameterKeyImplPtr get_index_impl(long long index);
+    /// Makes each synonym text (table key) stand for its replacement (value).
+    static void initialize_synonyms(const utStringutStringcoTable& table);
+
+    vorParameterType type() const { return m_type; }
+    const utString& first() const { return m_first; }
+    const utString& remainder() const { return m_remainder; }
+    const utString& str() const;
+    const utString& last() const;
+    /// The first component in lower case (cached), for case-insensitive lookup.
+    const utString& first_lower() const;
+    /// The first component as an integer; false unless it is a whole integer
+    /// within the range of int.
+    bool index(int& out) const;
+
+    explicit vorParameterKeyImpl(const utString& text);
+    vorParameterKeyImpl() = default;
+
+private:
+    void parse(const utString& text);
+
+    vorParameterType m_type = TYPE_ERROR;
+    utString m_first;
+    utString m_remainder;
+    mutable std::unique_ptr<utString> m_str;
+    mutable std::unique_ptr<utString> m_last;
+    mutable std::unique_ptr<utString> m_first_lower;
+};
+
+class VOR_API vorParameterKey {
+public:
+    /// The empty key (type TYPE_ERROR).
+    vorParameterKey();
+    vorParameterKey(const utString& text)
+        : m_impl(vorParameterKeyImpl::get_impl(text)) {}
+    vorParameterKey(const char* text)
+        : m_impl(vorParameterKeyImpl::get_impl(utString(text))) {}
+    /// The index key `index`, followed by "." and `rest` when rest is not empty.
+    vorParameterKey(int index, const utString& rest);
+    explicit vorParameterKey(vorParameterKeyImplPtr impl)
+        : m_impl(std::move(impl)) {}
+
+    vorParameterType type() const { return m_impl->type(); }
+    const utString& first() const { return m_impl->first(); }
+    vorParameterKey first_key() const;
+    vorParameterKey remainder() const;
+    const utString& remainder_str() const { return m_impl->remainder(); }
+    const utString& last() const { return m_impl->last(); }
+    vorParameterKey parent() const;
+    const utString& str() const { return m_impl->str(); }
+    bool empty() const { return m_impl->first().empty(); }
+    const vorParameterKeyImpl& impl() const { return *m_impl; }
+    /// See vorParameterKeyImpl::index.
+    bool index(int& out) const { return m_impl->index(out); }
+
+    vorParameterKey operator+(const vorParameterKey& other) const;
+    bool operator==(const vorParameterKey& other) const { return m_impl == other.m_impl; }
+    bool operator!=(const vorParameterKey& other) const { return m_impl != other.m_impl; }
+
+private:
+    vorParameterKeyImplPtr m_impl;
+};
+
+#endif // VORPARAMETER_PARAMETER_VORPARAMETERKEY_H

@@ -1,0 +1,88 @@
+//===- vorParameterMap.h - Named members ------------------------*- C++ -*-===//
+//
+// A map is the named-members container of the tree. Members are found by
+// name, case-insensitively (an exact match wins), and iterate in the order
+// they were added. A map owns its members and is their parent.
+//
+// The reserved name "_keys" answers a new list of the members' exact names;
+// a member actually named "_keys" is never reachable by name. A failed lookup
+// is always an error of kind ERR_INVALID_NAME, whatever went wrong deeper in
+// the path. add() never replaces an existing member (except a reference).
+//
+//===----------------------------------------------------------------------===//
+#ifndef VORPARAMETER_PARAMETER_VORPARAMETERMAP_H
+#define VORPARAMETER_PARAMETER_VORPARAMETERMAP_H
+
+#include "vorparameter/parameter/vorParameter.h"
+
+#include <unordered_map>
+
+class VOR_API vorParameterMap : public vorParameter {
+    UT_DECLARE_TYPE(vorParameterMap, vorParameter)
+public:
+    using Members = coTable<utString, vorParameterPtr>;
+
+    vorParameterMap() = default;
+    /// A map reporting `subtype` (SUB_MAP_OTHER or a host's own value).
+    explicit vorParameterMap(vorParameterSubType subtype)
+        : m_subtype(subtype) {}
+    /// Deep copy: every member is cloned and the clones are linked to the copy.
+    vorParameterMap(const vorParameterMap& other);
+    vorParameterMap& operator=(const vorParameterMap& other);
+    ~vorParameterMap() override;
+
+    vorParameter* create_new() const override { return new vorParameterMap(*this); }
+    /// Resets every member.
+    void reset() override;
+    /// Valid when every active member is valid.
+    bool is_valid() const override;
+    const utString& get_typename() const override { return m_typename; }
+    void set_typename(const utString& name) override { m_typename = name; }
+    /// Sets the read callback on the map and every member below it.
+    vorParameterOnReadFn set_onread_callback(vorParameterOnReadFn fn) override;
+    utString print(int indent) const override;
+    /// Copies the values of the members that both maps have, by name.
+    void copy_value_from(const vorParameter& source) override;
+    int size() const override { return static_cast<int>(m_members.size()); }
+    vorParameterPtr operator[](const vorParameterKey& key) const override;
+    vorParameterPtr operator[](const vorParameterKey& key) override;
+    vorParameterPtr add(const vorParameterKey& key, vorParameterPtr par) override;
+    /// Removes and unlinks the member named by the key's first component.
+    vorParameterPtr remove(const vorParameterKey& key) override;
+    void remove_all() override;
+    vorParameterSubType subtype() const override { return m_subtype; }
+    vorParameterType type() const override { return TYPE_MAP; }
+    utString get_xml_typename() const override { return "map"; }
+    /// Same member names (in any order) with equal members.
+    bool is_equal(const vorParameter& other) const override;
+    virtual void unlink_all();
+
+    /// A clone without active expressions (unless set_copy_active_expr_on()).
+    vorParameter* create_object() const;
+    /// Same member names and member types, values aside.
+    bool equivalent(const vorParameterMap& other) const;
+    bool is_fixed() const { return m_fixed != 0; }
+    void not_fixed() { m_fixed = 0; }
+    void set_copy_active_expr_on() { m_copy_active_expr = 1; }
+
+    /// The members in insertion order.
+    const Members& members() const { return m_members; }
+    /// The member of exactly or case-insensitively `name`, or null.
+    const vorParameterPtr* find_member(const vorParameterKeyImpl& key) const;
+
+protected:
+    /// One line per member: tabs, name, ": " and the member's own print.
+    utString print_members(int indent) const;
+    vorParameterPtr lookup(const vorParameterKey& key, bool as_const) const;
+    vorParameterPtr keys_list() const;
+
+private:
+    Members m_members;
+    std::unordered_map<utString, utString> m_lower_index;
+    int m_fixed = 1;
+    int m_copy_active_expr = 0;
+    vorParameterSubType m_subtype = SUB_MAP;
+    utString m_typename;
+};
+
+#endif // VORPARAMETER_PARAMETER_VORPARAMETERMAP_H

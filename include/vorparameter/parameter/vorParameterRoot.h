@@ -1,0 +1,89 @@
+//===- vorParameterRoot.h - The top of a parameter tree ---------*- C++ -*-===//
+//
+// A root is the map at the top of a tree. It carries the tree's type (for
+// example "machining"), a display name and an object id, and adds two kinds
+// of names to the map's lookup:
+//
+//   synonyms        "id", "root_type" and "name" stand for the members "ID",
+//                   "RootType" and "Name" (lookup_key_synonym; exact case);
+//   built-in names  the root's own type name and "rootpar" (the root itself),
+//                   "roottype", "name" and "id" (new strings), answered when
+//                   no member matches (lookup_method; any case).
+//
+// Host roots override lookup_key_synonym, lookup_method, create_loader,
+// get_updater and build_tree to add their own.
+//
+//===----------------------------------------------------------------------===//
+#ifndef VORPARAMETER_PARAMETER_VORPARAMETERROOT_H
+#define VORPARAMETER_PARAMETER_VORPARAMETERROOT_H
+
+#include "vorparameter/parameter/vorParameterLoader.h"
+#include "vorparameter/parameter/vorParameterMap.h"
+
+#include <memory>
+
+class VOR_API vorParameterRoot : public vorParameterMap {
+    UT_DECLARE_TYPE(vorParameterRoot, vorParameter)
+public:
+    explicit vorParameterRoot(const utString& root_type = utString(), int created = 0,
+                              const utString& root_name = utString());
+    vorParameterRoot(const vorParameterRoot& other) = default;
+
+    vorParameter* create_new() const override { return new vorParameterRoot(*this); }
+    /// Resets every member and clears the modified flag.
+    void reset() override;
+    int get_precedence() const override { return 0; }
+    /// Stores the name on the root and on every member (the parameter that
+    /// hears about changes anywhere in the tree).
+    void set_onmodify_param_name(const utString& name) override;
+    utString print(int indent) const override;
+    const vorRefToObjectId& get_ref_id() const override { return m_id; }
+    vorParameterPtr operator[](const vorParameterKey& key) const override;
+    vorParameterPtr operator[](const vorParameterKey& key) override;
+    vorParameterSubType subtype() const override { return SUB_ROOT; }
+    /// The root's id for a locked node, an empty id otherwise.
+    vorRefToObjectId get_lock_id_imp(const vorParameter& node) const override;
+
+    /// A loader for a file of `version`; the default adds and sets by key.
+    virtual std::unique_ptr<vorParameterLoader> create_loader(int version);
+    /// The updater for files of older versions; none here.
+    virtual vorParameterUpdater* get_updater() { return nullptr; }
+    virtual int get_modified() const { return m_modified; }
+    virtual void set_modified(int modified) { m_modified = modified; }
+    /// The replacement of a synonym, or `name` itself.
+    virtual const utString& lookup_key_synonym(const utString& name) const;
+    /// The built-in names; an empty handle for any other name.
+    virtual vorParameterPtr lookup_method(const vorParameterKey& key) const;
+    /// Lets a host root create its members; nothing here.
+    virtual void build_tree(vorParameter*) {}
+    /// The id to lock `par` with; the default gives `ref`'s own id.
+    virtual vorUniqueIdPtr get_lock_uid(vorParameterPtr par, vorRefToObjectId& ref);
+
+    /// Replaces synonyms in every stretch of `text` outside "[...]" groups
+    /// ("name[2].name" becomes "Name[2].name").
+    utString translate_key(const utString& text) const;
+    /// The root above `node` (or `node` itself), null when the top is no root.
+    static const vorParameterRoot* get_root(const vorParameter* node);
+    /// Resets the members registered with add_nonpersistent_par.
+    void reset_nonpersistent_pars();
+    void add_nonpersistent_par(const utString& name) { m_nonpersistent.push_back(name); }
+
+    int created() const { return m_created; }
+    const vorRefToObjectId& get_id() const { return m_id; }
+    void set_id(const vorRefToObjectId& id) { m_id = id; }
+    const utString& get_root_type() const { return m_root_type; }
+    const utString& get_root_name() const { return m_root_name; }
+    void set_root_name(const utString& name) { m_root_name = name; }
+
+private:
+    vorParameterPtr lookup_translated(const vorParameterKey& key, bool as_const) const;
+
+    int m_modified = 0;
+    int m_created;
+    vorRefToObjectId m_id;
+    utString m_root_type;
+    utString m_root_name;
+    utStringcoSList m_nonpersistent;
+};
+
+#endif // VORPARAMETER_PARAMETER_VORPARAMETERROOT_H

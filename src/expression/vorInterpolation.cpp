@@ -1,0 +1,134 @@
+//===- vorInterpolation.cpp - Expressions inside text ---------------------===//
+//
+// interpolate_string replaces the embedded expressions of a text by their
+// printed values:
+//
+//   "${expr}"  and  "%[expr]"   any expression;
+//   "$name"                     short form: the text up to the first blank or
+//                               "," is the expression;
+//   "$$"                        a literal "$".
+//
+// The character right after a closing bracket is copied but never read as the
+// start of another marker: "${a}${b}" expands "${a}" only. An error ends the
+// expansion with the error's text in brackets.
+//
+// translate rewrites an expression between the user's and the stored form by
+// running the tokenizer over it without evaluating anything.
+//
+//===----------------------------------------------------------------------===//
+
+#include "vorparameter/expression/vorEvaluator.h"
+
+#include "vorparameter/expression/vorParameterError.h"
+#include "vorparameter/platform/nlsUtils.h"
+
+namespace {
+
+void append_wide(utString& out, const vorWideString& wide, std::size_t from, std::size_t to) {
+    if (to > from)
+        out +=
+            vorMultiByteToWideChar::convert_back(std::u32string_view(wide).substr(from, to - from));
+}
+
+utString bracketed_error(const vorParameterPtr& error) {
+    return "[" + error->get_string() + "]";
+}
+
+} // namespace
+
+utString vorEvaluator::interpolate_string(const utString& text) {
+    if (text.size() > max_expression_length)
+        return bracketed_error(vorParameterError::create(ERR_SYNTAX));
+    begin(text);
+    utString result;
+    std::size_t run_start = 0;
+    char32_t previous = 0;
+    std::size_t i = 0;
+    while (i < m_wide_expr.size()) {
+        const char32_t c = m_wide_expr[i];
+        if (previous == '$' && c == '$') {
+            append_wide(result, m_wide_expr, run_start, i - 1);
+            result += '$';
+            run_start = i + 1;
+            previous = 0;
+            ++i;
+            continue;
+        }
+        const bool long_form = (previous == '$' && c == '{') || (previous == '%' && c == '[');
+        const bool short_form = previous == '$' && (vorCharTypes::is_alpha(c) || c == '_');
+        if (!long_form && !short_form) {
+            previous = c;
+            ++i;
+            continue;
+        }
+        append_wide(result, m_wide_expr, run_start, i - 1);
+        if (!interpolate_marker(result, i, short_form, previous))
+            return result;
+        // The character after the closing bracket is copied but not examined.
+        run_start = static_cast<std::size_t>(m_pos);
+        i = run_start + 1;
+    }
+    append_wide(result, m_wide_expr, run_start, m_wide_expr.size());
+    return result;
+}
+
+// Evaluates the marker whose opening bracket (or short name) starts at
+// `open`, appends its value, and leaves m_pos behind the closing bracket.
+// False when the value was an error (appended in brackets): the expansion ends.
+bool vorEvaluator::interpolate_marker(utString& result, std::size_t open, bool short_form,
+                                      char32_t& previous) {
+    if (short_form) {
+        std::size_t end = open;
+        while (end < m_wide_expr.size() && !vorCharTypes::is_blank(m_wide_expr[end]) &&
+               m_wide_expr[end] != ',')
+            ++end;
+        previous = m_wide_expr[open];
+        m_wide_expr.insert(end, 1, U'}');
+        m_wide_expr.insert(open, 1, U'{');
+        m_rewritten = true;
+    } else {
+        previous = m_wide_expr[open];
+    }
+    const char* close = m_wide_expr[open] == '{' ? "}" : "]";
+
+    m_pos = static_cast<int>(open) + 1;
+    m_token_kind = TOKEN_END;
+    m_after_number = false;
+    vorCharTypes types{std::u32string_view(m_wide_expr)};
+    vorParameterPtr value = expression(0, 1, 0, types);
+    if (!is_error(value) && !token_is(close))
+        value = vorParameterError::create(ERR_SYNTAX);
+    if (value->type() == TYPE_MAP || value->type() == TYPE_ARRAY)
+        value = vorParameterError::create(ERR_TYPE);
+    if (value->type() == TYPE_ERROR) {
+        result += bracketed_error(value);
+        return false;
+    }
+    result += value->get_string();
+    return true;
+}
+
+utString vorEvaluator::translate(const utString& text, char, char to) {
+    begin(text);
+    m_decimal_point = to;
+    m_translating = true;
+    vorCharTypes types{std::u32string_view(m_wide_expr)};
+    int expect_operand = 1;
+    for (;;) {
+        next_token(types, expect_operand);
+        if (m_token_kind == TOKEN_END)
+            break;
+        const bool postfix = !expect_operand && s_postfix_ops.contains(m_token);
+        expect_operand = m_token_kind == TOKEN_OPERATOR && m_token != "." && !postfix;
+    }
+    m_translating = false;
+    return normalised_expr();
+}
+
+utString vorEvaluator::localize(const utString& text) {
+    return vorEvaluator(nullptr).translate(text, '.', nlsUtils::decimal_point());
+}
+
+utString vorEvaluator::neutralize(const utString& text) {
+    return vorEvaluator(nullptr).translate(text, nlsUtils::decimal_point(), '.');
+}

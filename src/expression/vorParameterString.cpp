@@ -1,0 +1,48 @@
+//===- vorParameterString.cpp - Text parameters ---------------------------===//
+
+#include "vorparameter/expression/vorParameterString.h"
+
+#include "vorparameter/expression/vorParameterError.h"
+#include "vorparameter/expression/vorParameterNumeric.h"
+#include "vorparameter/platform/vorStringUtils.h"
+
+UT_DEFINE_TYPE(vorParameterString, vorParameterScalar)
+
+vorParameterString::vorParameterString(const utString& text)
+    : vorParameterScalar(text) {
+    get_impl()->default_value = get_string();
+}
+
+vorParameterPtr vorParameterString::evaluate() const {
+    if (!is_expr())
+        return vorParameterPtr(create_new());
+    vorParameterPtr result = vorParameter::evaluate();
+    if (ut_dynamic_cast(result.get()) || result->is_error())
+        return result;
+    return vorParameterError::create(ERR_TYPE);
+}
+
+vorParameterPtr vorParameterString::operate_binary(const utString& op,
+                                                   const vorParameterPtr& other) const {
+    const bool ordering = op == ">" || op == ">=" || op == "<" || op == "<=";
+    if (ordering && (other->type() == TYPE_STRING || other->type() == TYPE_NUMERIC)) {
+        int cmp = vorcompare(get_string().view(), other->get_string().view());
+        bool result = op == ">" ? cmp > 0 : op == ">=" ? cmp >= 0 : op == "<" ? cmp < 0 : cmp < 1;
+        return vorParameterNumeric::create_bool(result);
+    }
+    return vorParameterScalar::operate_binary(op, other);
+}
+
+utString vorParameterString::print(int) const {
+    utString text = is_valid() ? "(STRING) " : "(STRING !) ";
+    text += get_value();
+    if (is_expr()) {
+        utString evaluated = get_string();
+        if (evaluated != get_value()) {
+            text += " = ";
+            text += evaluated;
+        }
+    }
+    text += '\n';
+    return text;
+}

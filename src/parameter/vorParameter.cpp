@@ -1,0 +1,465 @@
+//===- vorParameter.cpp - Base of every parameter and its handle ----------===//
+
+#include "vorparameter/parameter/vorParameter.h"
+
+#include "vorparameter/expression/vorEvaluator.h"
+#include "vorparameter/expression/vorParameterError.h"
+#include "vorparameter/expression/vorParameterNumeric.h"
+#include "vorparameter/expression/vorParameterString.h"
+#include "vorparameter/parameter/vorParameterGuards.h"
+#include "vorparameter/parameter/vorParameterMap.h"
+#include "vorparameter/parameter/vorParameterRoot.h"
+#include "vorparameter/parameter/vorParameterUpdateTrack.h"
+
+#include <algorithm>
+
+//===----------------------------------------------------------------------===//
+// The handle
+//===----------------------------------------------------------------------===//
+
+void vorParameterPtr::replace_empty() const {
+    vorParameterPtr error = vorParameterError::create(ERR_UNKNOWN);
+    const_cast<vorParameterPtr*>(this)->swap(error);
+}
+
+vorParameter* vorParameterPtr::par() const {
+    check();
+    return m_node->get_ref();
+}
+
+vorParameterPtr vorParameterPtr::operator[](const vorParameterKey& key) const {
+    check();
+    return (*m_node)[key];
+}
+
+vorParameterPtr vorParameterPtr::copy() const {
+    check();
+    return vorParameterPtr(m_node->create_new());
+}
+
+bool operator==(const vorParameterPtr& a, const vorParameterPtr& b) {
+    if (a.get() == b.get())
+        return true;
+    return a->type() == b->type() && a->is_error() && a->subtype() == b->subtype() &&
+           a->subtype() == ERR_UNKNOWN;
+}
+
+//===----------------------------------------------------------------------===//
+// Construction
+//===----------------------------------------------------------------------===//
+
+const utTypeID& vorParameter::ut_static_type() {
+    static const utTypeID id("vorParameter", nullptr);
+    return id;
+}
+
+vorParameter::vorParameter(const vorParameter& other)
+    : m_onmodify(other.m_onmodify)
+    , m_onread(other.m_onread)
+    , m_mirror_mode_fn(other.m_mirror_mode_fn)
+    , m_lock(other.m_lock)
+    , m_impl(other.m_impl)
+    , m_parent(other.m_parent)
+    , m_measure_mode(other.m_measure_mode)
+    , m_active(other.m_active) {}
+
+vorParameter& vorParameter::operator=(const vorParameter& other) {
+    if (this == &other)
+        return *this;
+    m_impl = other.m_impl;
+    m_evaluating = 0;
+    m_active_known = 0;
+    m_measure_mode = other.m_measure_mode;
+    m_active = other.m_active;
+    m_onmodify = other.m_onmodify;
+    m_onread = other.m_onread;
+    m_mirror_mode_fn = other.m_mirror_mode_fn;
+    return *this;
+}
+
+vorParameter::~vorParameter() {
+    vorParameterUpdateTrack::untrack_parameter(this);
+    teardown_callbacks();
+}
+
+//===----------------------------------------------------------------------===//
+// Neutral answers of the base class
+//===----------------------------------------------------------------------===//
+
+const utString& vorParameter::get_typename() const {
+    static const utString invalid_typename("Invalid typename");
+    return invalid_typename;
+}
+
+int vorParameter::get_precedence() const {
+    return m_parent ? m_parent->get_precedence() : 0;
+}
+
+void vorParameter::set_onmodify_param_name(const utString& name) {
+    m_impl->onmodify_param_name = name;
+}
+
+vorParameterOnModifyFn vorParameter::set_onmodify_callback(vorParameterOnModifyFn fn) {
+    std::swap(m_onmodify, fn);
+    return fn;
+}
+
+vorParameterOnReadFn vorParameter::set_onread_callback(vorParameterOnReadFn fn) {
+    std::swap(m_onread, fn);
+    return fn;
+}
+
+vorParameterMirrorModeFn vorParameter::set_mirror_mode_callback(vorParameterMirrorModeFn fn) {
+    std::swap(m_mirror_mode_fn, fn);
+    return fn;
+}
+
+utString vorParameter::print(int) const {
+    return "(UNKNOWN)\n";
+}
+
+utString vorParameter::get_string() const {
+    return "#ERROR: Parameter cannot be represented by a string";
+}
+
+void vorParameter::copy_value_from(const vorParameter& source) {
+    if (&source != this)
+        set_string(source.get_string());
+}
+
+vorParameterPtr vorParameter::operate_prefix(const utString&) const {
+    return vorParameterError::create(ERR_TYPE);
+}
+
+vorParameterPtr vorParameter::operate_postfix(const utString&) const {
+    return vorParameterError::create(ERR_TYPE);
+}
+
+vorParameterPtr vorParameter::operator[](const vorParameterKey&) const {
+    return vorParameterError::create(ERR_TYPE);
+}
+
+vorParameterPtr vorParameter::operator[](const vorParameterKey&) {
+    return vorParameterError::create(ERR_TYPE);
+}
+
+vorParameterPtr vorParameter::add(const vorParameterKey&, vorParameterPtr) {
+    return vorParameterError::create(ERR_TYPE);
+}
+
+vorParameterPtr vorParameter::remove(const vorParameterKey&) {
+    return vorParameterError::create(ERR_TYPE);
+}
+
+bool vorParameter::operator==(const vorParameter& other) const {
+    return type() == other.type() && is_equal(other);
+}
+
+//===----------------------------------------------------------------------===//
+// Operators and evaluation
+//===----------------------------------------------------------------------===//
+
+vorParameterPtr vorParameter::operate_binary(const utString& op, const vorParameterPtr& rhs) const {
+    if (op == "==")
+        return vorParameterNumeric::create_bool(*this == *rhs);
+    if (op == "!=")
+        return vorParameterNumeric::create_bool(*this != *rhs);
+    if (op == "[") {
+        if (!rhs->is_valid())
+            return vorParameterError::create(ERR_INVALID_ARGUMENTS);
+        if (rhs->type() == TYPE_NUMERIC)
+            return (*this)[vorParameterKey(rhs->get_int(), utString())];
+        if (rhs->type() == TYPE_STRING)
+            return (*this)[vorParameterKey(rhs->get_string())];
+        return vorParameterError::create(ERR_TYPE);
+    }
+    if (op == ".") {
+        if (rhs->type() != TYPE_STRING)
+            return vorParameterError::create(ERR_TYPE);
+        if (!rhs->is_valid())
+            return vorParameterError::create(ERR_INVALID_ARGUMENTS);
+        return (*this)[vorParameterKey(rhs->get_string())];
+    }
+    return vorParameterError::create(ERR_TYPE);
+}
+
+namespace {
+
+/// Holds a node's evaluating flag set for the lifetime of a scope, so that it
+/// is clear again however the evaluation ends.
+class EvaluatingFlag {
+public:
+    explicit EvaluatingFlag(const vorParameter& node, void (vorParameter::*set)(bool) const)
+        : m_node(node)
+        , m_set(set) {
+        (m_node.*m_set)(true);
+    }
+    ~EvaluatingFlag() { (m_node.*m_set)(false); }
+    EvaluatingFlag(const EvaluatingFlag&) = delete;
+    EvaluatingFlag& operator=(const EvaluatingFlag&) = delete;
+
+private:
+    const vorParameter& m_node;
+    void (vorParameter::*m_set)(bool) const;
+};
+
+} // namespace
+
+vorParameterPtr vorParameter::evaluate() const {
+    if (m_evaluating)
+        return vorParameterError::create(ERR_EXPRESSION);
+    utString expr = get_expr();
+    if (expr.empty())
+        return vorParameterError::create(ERR_TYPE);
+
+    vorEvaluator evaluator(this);
+    EvaluatingFlag flag(*this, &vorParameter::set_evaluating);
+    vorParameterPtr result;
+    if (type() == TYPE_STRING || type() == TYPE_ENUM)
+        result = vorParameterPtr(new vorParameterString(evaluator.interpolate_string(expr)));
+    else
+        result = evaluator.evaluate(expr);
+    while (result->is_expr())
+        result = result->evaluate();
+    return result;
+}
+
+//===----------------------------------------------------------------------===//
+// Names and scoping
+//===----------------------------------------------------------------------===//
+
+namespace {
+
+template <class Node>
+vorParameterPtr resolve_in(Node& node, const vorParameterKey& key) {
+    if (key.type() == TYPE_ERROR)
+        return vorParameterError::create(ERR_SYNTAX);
+    vorParameterPtr found = node[key];
+    if (!found->is_error() || found->is_ref() || !node.parent())
+        return found;
+    const int precedence = node.get_precedence();
+    for (auto* up = node.parent(); up; up = up->parent())
+        if (up->get_precedence() <= precedence)
+            return up->resolve(key);
+    return found;
+}
+
+} // namespace
+
+vorParameterPtr vorParameter::resolve(const vorParameterKey& key) const {
+    return resolve_in(*this, key);
+}
+
+vorParameterPtr vorParameter::resolve(const vorParameterKey& key) {
+    return resolve_in(*this, key);
+}
+
+namespace {
+
+/// The key under which `node` stands in `parent`, or the empty text.
+utString key_in_parent(const vorParameter& parent, const vorParameter& node) {
+    if (const vorParameterMap* map = vorParameterMap::ut_dynamic_cast(&parent)) {
+        for (const auto& [name, member] : map->members())
+            if (member.get() == &node)
+                return vorParameterKey(name).str();
+        return utString();
+    }
+    if (parent.type() == TYPE_ARRAY) {
+        for (int i = 0, n = parent.size(); i < n; ++i)
+            if (parent[vorParameterKey(i, utString())].get() == &node)
+                return vorParameterKey(i, utString()).str();
+    }
+    return utString();
+}
+
+} // namespace
+
+utString vorParameter::get_name(const vorParameter& node, int full) {
+    const bool is_root = vorParameterRoot::ut_dynamic_cast(&node) != nullptr;
+    utString name = node.get_name();
+    if (name.empty() && is_root)
+        name = static_cast<const vorParameterRoot&>(node).get_root_type();
+    const vorParameter* parent = node.parent();
+    if (!name.empty()) {
+        if (!full || !parent || is_root)
+            return name;
+        utString path = get_name(*parent, full);
+        if (!path.empty())
+            path += '.';
+        return path + name.view();
+    }
+    if (!parent || (parent->type() != TYPE_MAP && parent->type() != TYPE_ARRAY))
+        return utString();
+    utString key = key_in_parent(*parent, node);
+    if (key.empty())
+        return utString();
+    return full ? get_name(*parent, full) + key.view() : key;
+}
+
+bool vorParameter::is_descendent(const vorParameter* p) const {
+    for (const vorParameter* node = this; node; node = node->parent())
+        if (node == p)
+            return true;
+    return false;
+}
+
+void vorParameter::set_measure_mode(vorParameterMeasureMode mode) {
+    if (mode == MEASURE_NONE)
+        return;
+    vorParameterSubType sub = subtype();
+    if (sub == SUB_REAL || sub == SUB_ANGLE)
+        m_measure_mode = mode;
+}
+
+vorParameterMirrorMode vorParameter::get_mirror_mode() const {
+    if (m_mirror_mode_fn)
+        return m_mirror_mode_fn(this);
+    return static_cast<vorParameterMirrorMode>(m_impl->mirror_mode);
+}
+
+void vorParameter::set_impl(vorParameterImplPtr impl) {
+    m_impl = std::move(impl);
+    invalidate_active();
+}
+
+//===----------------------------------------------------------------------===//
+// Structure, callbacks, active state and locking
+//===----------------------------------------------------------------------===//
+
+void vorParameter::link_par(vorParameterPtr child) {
+    if (!child.is_null())
+        child->m_parent = this;
+}
+
+void vorParameter::unlink_par(vorParameterPtr child) {
+    if (!child.is_null() && child->m_parent == this)
+        child->m_parent = nullptr;
+}
+
+bool vorParameter::is_locked() const {
+    if (vorParameterNoLock::no_lock())
+        return false;
+    if (m_lock && is_active())
+        return true;
+    return m_parent ? m_parent->is_locked() : false;
+}
+
+vorRefToObjectId vorParameter::get_lock_id_imp(const vorParameter& node) const {
+    return m_parent ? m_parent->get_lock_id_imp(node) : vorRefToObjectId();
+}
+
+vorRefToObjectId vorParameter::get_lock_id() const {
+    return get_lock_id_imp(*this);
+}
+
+void vorParameter::set_active(const utString& expr) {
+    m_impl->active_expr = vorEvaluator::localize(expr);
+    invalidate_active();
+}
+
+bool vorParameter::is_active() const {
+    if (m_parent && !m_parent->is_active())
+        return false;
+    if (!m_active_known)
+        update_active();
+    return m_active != 0;
+}
+
+namespace {
+
+bool contains(const vorParameterPtrcoDList& list, const vorParameter* node) {
+    return std::any_of(list.begin(), list.end(),
+                       [node](const vorParameterPtr& p) { return p.get() == node; });
+}
+
+void erase_node(vorParameterPtrcoDList& list, const vorParameter* node) {
+    list.erase(std::remove_if(list.begin(), list.end(),
+                              [node](const vorParameterPtr& p) { return p.get() == node; }),
+               list.end());
+}
+
+} // namespace
+
+void vorParameter::update_active() const {
+    m_active_known = 1;
+    const utString& expr = get_active_expr();
+    if (expr.empty()) {
+        m_active = 1;
+        for (const vorParameterPtr& dependency : m_dependencies)
+            dependency->remove_callback(
+                vorParameterPtr(coPrfExtern(), const_cast<vorParameter*>(this)));
+        m_dependencies.clear();
+        return;
+    }
+
+    vorEvaluator evaluator(m_parent);
+    vorParameterPtr result = evaluator.evaluate(expr);
+    if (result->type() != TYPE_NUMERIC) {
+        m_active = 0;
+        m_active_known = 0;
+    } else {
+        m_active = result->get_int() != 0;
+    }
+    if (evaluator.has_function_param())
+        m_active_known = 0;
+
+    vorParameterPtr self(coPrfExtern(), const_cast<vorParameter*>(this));
+    const vorParameterPtrcoDList& read = evaluator.paramset();
+    for (const vorParameterPtr& p : read)
+        if (!contains(m_dependencies, p.get()))
+            p->add_callback(self);
+    for (const vorParameterPtr& old : m_dependencies)
+        if (!contains(read, old.get()))
+            old->remove_callback(self);
+    m_dependencies = read;
+}
+
+void vorParameter::add_callback(vorParameterPtr dependant) const {
+    if (!contains(m_callbacks, dependant.get()))
+        m_callbacks.emplace_back(coPrfExtern(), dependant.get());
+}
+
+void vorParameter::remove_callback(const vorParameterPtr& dependant) const {
+    erase_node(m_callbacks, dependant.get());
+}
+
+void vorParameter::remove_dependency(const vorParameterPtr& dependency) const {
+    erase_node(m_dependencies, dependency.get());
+}
+
+void vorParameter::teardown_callbacks() {
+    vorParameterPtr self(coPrfExtern(), this);
+    for (const vorParameterPtr& dependency : m_dependencies)
+        dependency->remove_callback(self);
+    for (const vorParameterPtr& dependant : m_callbacks)
+        dependant->remove_dependency(self);
+    m_dependencies.clear();
+    m_callbacks.clear();
+}
+
+void vorParameter::onmodify_callback() {
+    for (const vorParameterPtr& dependant : m_callbacks)
+        dependant->invalidate_active();
+    if (vorBlockParUpdateCallbacks::block_parameter_update_callbacks())
+        return;
+    if (m_onmodify)
+        m_onmodify(this);
+    else if (m_parent)
+        m_parent->call_onmodify();
+}
+
+void vorParameter::call_onmodify() {
+    for (vorParameter* node = this; node; node = node->m_parent) {
+        if (vorBlockParUpdateCallbacks::block_parameter_update_callbacks())
+            return;
+        if (node->m_onmodify) {
+            node->m_onmodify(node);
+            return;
+        }
+    }
+}
+
+void vorParameter::onread_callback() const {
+    if (m_onread)
+        m_onread(this);
+}

@@ -1,0 +1,218 @@
+//===- vorParameterKey.cpp - Paths into a parameter tree ------------------===//
+
+#include "vorparameter/parameter/vorParameterKey.h"
+
+#include "vorparameter/platform/vorCharTypes.h"
+#include "vorparameter/platform/vorStringUtils.h"
+
+#include <climits>
+#include <unordered_map>
+
+namespace {
+
+using KeyCache = std::unordered_map<utString, vorParameterKeyImplPtr>;
+
+KeyCache& key_cache() {
+    static KeyCache* cache = new KeyCache(); // lives until the process ends
+    return *cache;
+}
+
+const vorParameterKeyImplPtr& empty_impl() {
+    static const vorParameterKeyImplPtr empty = std::make_shared<const vorParameterKeyImpl>();
+    return empty;
+}
+
+bool is_name_char(char32_t c) {
+    return vorCharTypes::is_alnum(c) || c == '-' || c == '_';
+}
+
+utString utf8(const vorWideString& wide, std::size_t from, std::size_t to) {
+    return utString(
+        vorMultiByteToWideChar::convert_back(std::u32string_view(wide).substr(from, to - from)));
+}
+
+} // namespace
+
+vorParameterKeyImpl::vorParameterKeyImpl(const utString& text) {
+    parse(text);
+}
+
+// A path is at most this long and has at most this many separators; longer
+// texts are malformed keys. This bounds the work (and the recursion of nested
+// lookups) that one key can cause.
+static bool within_limits(const utString& text) {
+    if (text.size() > vorParameterKeyImpl::max_path_length)
+        return false;
+    std::size_t separators = 0;
+    for (char c : text.view())
+        if (c == '.' || c == '[')
+            ++separators;
+    return separators <= vorParameterKeyImpl::max_path_components;
+}
+
+void vorParameterKeyImpl::parse(const utString& text) {
+    if (!within_limits(text)) {
+        m_first = text.substr(0, 64);
+        return;
+    }
+    const vorWideString wide = vorMultiByteToWideChar::convert(text.view());
+    std::size_t pos = 0;
+    while (pos < wide.size() && vorCharTypes::is_space(wide[pos]))
+        ++pos;
+    if (pos == wide.size())
+        return;
+
+    if (wide[pos] != '[') {
+        std::size_t start = pos;
+        while (pos < wide.size() && is_name_char(wide[pos]))
+            ++pos;
+        if (pos == start)
+            return;
+        m_first = utf8(wide, start, pos);
+        m_type =
+            (vorCharTypes::is_digit(wide[start]) || wide[start] == '-') ? TYPE_ARRAY : TYPE_MAP;
+    } else {
+        std::size_t start = ++pos;
+        while (pos < wide.size() && (vorCharTypes::is_digit(wide[pos]) || wide[pos] == ' '))
+            ++pos;
+        if (pos == wide.size() || wide[pos] != ']') {
+            m_first = text;
+            return;
+        }
+        m_first = utf8(wide, start, pos);
+        m_type = TYPE_ARRAY;
+        ++pos;
+    }
+
+    // The one fixed rename of the key syntax.
+    if (m_first == "current")
+        m_first = "toolpath";
+
+    if (pos == wide.size())
+        return;
+    if (wide[pos] == '.')
+        m_remainder = utf8(wide, pos + 1, wide.size());
+    else if (wide[pos] == '[')
+        m_remainder = utf8(wide, pos, wide.size());
+    else
+        m_type = TYPE_ERROR;
+}
+
+vorParameterKeyImplPtr vorParameterKeyImpl::get_impl(const utString& given) {
+    if (given.empty())
+        return empty_impl();
+    const utString* text = &given;
+    utString stripped;
+    if (given[0] == '$') {
+        stripped = given;
+        stripped.remove_leading("$");
+        if (stripped.empty())
+            return empty_impl();
+        text = &stripped;
+    }
+
+    KeyCache& cache = key_cache();
+    auto found = cache.find(*text);
+    if (found != cache.end())
+        return found->second;
+
+    auto impl = std::make_shared<const vorParameterKeyImpl>(*text);
+    if (impl->type() == TYPE_MAP && text->size() <= max_cached_length)
+        cache.emplace(*text, impl);
+    return impl;
+}
+
+vorParameterKeyImplPtr vorParameterKeyImpl::get_index_impl(long long index) {
+    auto impl = std::make_shared<vorParameterKeyImpl>();
+    impl->m_type = TYPE_ARRAY;
+    impl->m_first = utString(std::to_string(index));
+    return impl;
+}
+
+void vorParameterKeyImpl::initialize_synonyms(const utStringutStringcoTable& table) {
+    for (const auto& [synonym, replacement] : table)
+        key_cache()[synonym] = get_impl(replacement);
+}
+
+const utString& vorParameterKeyImpl::str() const {
+    if (!m_str) {
+        utString text;
+        if (m_type == TYPE_MAP)
+            text = m_first;
+        else if (m_type == TYPE_ARRAY)
+            text = "[" + m_first + "]";
+        if (!m_remainder.empty()) {
+            if (m_remainder[0] != '[')
+                text += '.';
+            text += m_remainder;
+        }
+        m_str = std::make_unique<utString>(std::move(text));
+    }
+    return *m_str;
+}
+
+const utString& vorParameterKeyImpl::last() const {
+    if (!m_last) {
+        if (m_remainder.empty()) {
+            m_last = std::make_unique<utString>(str());
+        } else {
+            vorParameterKey key(get_impl(m_remainder));
+            while (!key.remainder_str().empty())
+                key = key.remainder();
+            m_last = std::make_unique<utString>(key.str());
+        }
+    }
+    return *m_last;
+}
+
+const utString& vorParameterKeyImpl::first_lower() const {
+    if (!m_first_lower)
+        m_first_lower = std::make_unique<utString>(vordowncase(m_first.view()));
+    return *m_first_lower;
+}
+
+bool vorParameterKeyImpl::index(int& out) const {
+    long long value = 0;
+    if (m_type != TYPE_ARRAY || !m_first.parse_int(value) || value < INT_MIN || value > INT_MAX)
+        return false;
+    out = static_cast<int>(value);
+    return true;
+}
+
+vorParameterKey::vorParameterKey()
+    : m_impl(empty_impl()) {}
+
+vorParameterKey::vorParameterKey(int index, const utString& rest)
+    : m_impl(rest.empty()
+                 ? vorParameterKeyImpl::get_index_impl(index)
+                 : vorParameterKeyImpl::get_impl(utString(std::to_string(index)) + "." + rest)) {}
+
+vorParameterKey vorParameterKey::first_key() const {
+    if (type() == TYPE_ARRAY)
+        return vorParameterKey("[" + first() + "]");
+    return vorParameterKey(first());
+}
+
+vorParameterKey vorParameterKey::remainder() const {
+    return vorParameterKey(vorParameterKeyImpl::get_impl(remainder_str()));
+}
+
+vorParameterKey vorParameterKey::parent() const {
+    vorParameterKey result;
+    vorParameterKey current = *this;
+    while (!current.remainder_str().empty()) {
+        result = result + current.first_key();
+        current = current.remainder();
+    }
+    return result;
+}
+
+vorParameterKey vorParameterKey::operator+(const vorParameterKey& other) const {
+    if (str().empty())
+        return other;
+    utString text = str();
+    if (other.type() != TYPE_ARRAY)
+        text += '.';
+    text += other.str();
+    return vorParameterKey(text);
+}

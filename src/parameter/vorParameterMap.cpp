@@ -1,0 +1,239 @@
+//===- vorParameterMap.cpp - Named members --------------------------------===//
+
+#include "vorparameter/parameter/vorParameterMap.h"
+
+#include "vorparameter/containers/vorParameterList.h"
+#include "vorparameter/expression/vorEvaluator.h"
+#include "vorparameter/expression/vorParameterError.h"
+#include "vorparameter/platform/vorStringUtils.h"
+
+#include <algorithm>
+
+#include <vector>
+
+UT_DEFINE_TYPE(vorParameterMap, vorParameter)
+
+vorParameterMap::vorParameterMap(const vorParameterMap& other)
+    : vorParameter(other)
+    , m_fixed(other.m_fixed)
+    , m_copy_active_expr(other.m_copy_active_expr)
+    , m_subtype(other.m_subtype)
+    , m_typename(other.m_typename) {
+    m_members.reserve(other.m_members.size());
+    for (const auto& [name, member] : other.m_members) {
+        vorParameterPtr clone = member.copy();
+        link_par(clone);
+        m_members.set(name, clone);
+    }
+    m_lower_index = other.m_lower_index;
+}
+
+vorParameterMap& vorParameterMap::operator=(const vorParameterMap& other) {
+    if (this == &other)
+        return *this;
+    vorParameterMap copy(other);
+    remove_all();
+    vorParameter::operator=(other);
+    m_members = std::move(copy.m_members);
+    m_lower_index = std::move(copy.m_lower_index);
+    for (const auto& member : m_members)
+        link_par(member.second);
+    m_fixed = other.m_fixed;
+    m_copy_active_expr = other.m_copy_active_expr;
+    m_subtype = other.m_subtype;
+    m_typename = other.m_typename;
+    return *this;
+}
+
+vorParameterMap::~vorParameterMap() {
+    unlink_all();
+}
+
+void vorParameterMap::reset() {
+    for (const auto& member : m_members)
+        member.second->reset();
+}
+
+bool vorParameterMap::is_valid() const {
+    for (const auto& member : m_members)
+        if (member.second->is_active() && !member.second->is_valid())
+            return false;
+    return vorParameter::is_valid();
+}
+
+vorParameterOnReadFn vorParameterMap::set_onread_callback(vorParameterOnReadFn fn) {
+    for (const auto& member : m_members)
+        member.second->set_onread_callback(fn);
+    return vorParameter::set_onread_callback(fn);
+}
+
+utString vorParameterMap::print(int indent) const {
+    utString header = is_valid() ? "(MAP) \n" : "(MAP !) \n";
+    return header + print_members(indent).view();
+}
+
+utString vorParameterMap::print_members(int indent) const {
+    utString text;
+    for (const auto& [name, member] : m_members) {
+        text += std::string(static_cast<std::size_t>(std::max(indent, 0)), '\t');
+        text += name;
+        text += ": ";
+        text += member->print(indent + 1);
+    }
+    return text;
+}
+
+void vorParameterMap::copy_value_from(const vorParameter& source) {
+    const vorParameterMap* other = ut_dynamic_cast(&source);
+    if (!other || other == this)
+        return;
+    for (const auto& [name, member] : other->m_members)
+        if (vorParameterPtr* mine = m_members.find(name))
+            (*mine)->copy_value_from(*member);
+}
+
+const vorParameterPtr* vorParameterMap::find_member(const vorParameterKeyImpl& key) const {
+    if (const vorParameterPtr* exact = m_members.find(key.first()))
+        return exact;
+    auto lower = m_lower_index.find(key.first_lower());
+    return lower == m_lower_index.end() ? nullptr : m_members.find(lower->second);
+}
+
+vorParameterPtr vorParameterMap::keys_list() const {
+    std::vector<utString> names;
+    names.reserve(m_members.size());
+    for (const auto& member : m_members)
+        names.push_back(member.first);
+    return vorParameterList::of_strings(names);
+}
+
+vorParameterPtr vorParameterMap::lookup(const vorParameterKey& key, bool as_const) const {
+    vorParameterPtr result;
+    if (key.type() == TYPE_MAP) {
+        if (key.first() == "_keys") {
+            result = keys_list();
+        } else if (const vorParameterPtr* member = find_member(key.impl())) {
+            if (key.remainder_str().empty())
+                result = *member;
+            else if (as_const)
+                result = static_cast<const vorParameter&>(**member)[key.remainder()];
+            else
+                result = (**member)[key.remainder()];
+        }
+    }
+    if (result.is_null() || (!result->is_ref() && result->is_error()))
+        return vorParameterError::create(ERR_INVALID_NAME);
+    if (vorEvalFunction::functions_only() && result->type() != TYPE_FUNCTION)
+        return vorParameterError::create(ERR_INVALID_NAME);
+    return result;
+}
+
+vorParameterPtr vorParameterMap::operator[](const vorParameterKey& key) const {
+    return lookup(key, true);
+}
+
+vorParameterPtr vorParameterMap::operator[](const vorParameterKey& key) {
+    return lookup(key, false);
+}
+
+vorParameterPtr vorParameterMap::add(const vorParameterKey& key, vorParameterPtr par) {
+    // The map's own lookup, not a root's: a root's synonyms and built-in names
+    // must not stop a member of that name from being added.
+    vorParameterPtr existing = lookup(key.first_key(), true);
+    if (!existing->is_ref() && !existing->is_error())
+        return existing;
+    if (is_locked())
+        return vorParameterError::create(ERR_UNKNOWN);
+    // A map cannot hold itself or an ancestor: that would make the tree a cycle.
+    if (par.is_null() || is_descendent(par.get()) || key.type() != TYPE_MAP)
+        return vorParameterError::create(ERR_INVALID_ARGUMENTS);
+
+    link_par(par);
+    m_members.set(key.first(), par);
+    m_lower_index[key.impl().first_lower()] = key.first();
+    par->set_name(key.str());
+    return par;
+}
+
+vorParameterPtr vorParameterMap::remove(const vorParameterKey& key) {
+    if (is_locked())
+        return vorParameterError::create(ERR_UNKNOWN);
+    if (key.type() != TYPE_MAP)
+        return vorParameterError::create(ERR_INVALID_NAME);
+    const vorParameterPtr* member = find_member(key.impl());
+    if (!member)
+        return vorParameterError::create(ERR_INVALID_NAME);
+    vorParameterPtr removed = *member;
+    utString name = removed->get_name();
+    for (const auto& [exact, value] : m_members)
+        if (value.get() == removed.get()) {
+            name = exact;
+            break;
+        }
+    unlink_par(removed);
+    m_members.erase(name);
+    m_lower_index.erase(vordowncase(name.view()));
+    return removed;
+}
+
+void vorParameterMap::remove_all() {
+    unlink_all();
+    m_members.clear();
+    m_lower_index.clear();
+}
+
+void vorParameterMap::unlink_all() {
+    for (const auto& member : m_members)
+        unlink_par(member.second);
+}
+
+bool vorParameterMap::is_equal(const vorParameter& other) const {
+    const vorParameterMap* map = ut_dynamic_cast(&other);
+    if (!map)
+        return false;
+    if (map == this)
+        return true;
+    if (map->m_members.size() != m_members.size())
+        return false;
+    for (const auto& [name, member] : m_members) {
+        const vorParameterPtr* theirs = map->m_members.find(name);
+        if (!theirs || *member != **theirs)
+            return false;
+    }
+    return true;
+}
+
+namespace {
+
+void strip_active_expressions(vorParameter& node) {
+    node.set_impl(vorParameterImplPtr::clone_of(*node.get_impl()));
+    node.set_active(utString());
+    if (const vorParameterMap* map = vorParameterMap::ut_dynamic_cast(&node)) {
+        for (const auto& member : map->members())
+            strip_active_expressions(*member.second);
+    } else if (node.type() == TYPE_ARRAY && !node.is_ref()) {
+        for (int i = 0, n = node.size(); i < n; ++i)
+            strip_active_expressions(*node[vorParameterKey(i, utString())]);
+    }
+}
+
+} // namespace
+
+vorParameter* vorParameterMap::create_object() const {
+    vorParameter* clone = create_new();
+    if (!m_copy_active_expr)
+        strip_active_expressions(*clone);
+    return clone;
+}
+
+bool vorParameterMap::equivalent(const vorParameterMap& other) const {
+    if (other.m_members.size() != m_members.size())
+        return false;
+    for (const auto& [name, member] : m_members) {
+        const vorParameterPtr* theirs = other.m_members.find(name);
+        if (!theirs || (*theirs)->type() != member->type() ||
+            (*theirs)->subtype() != member->subtype())
+            return false;
+    }
+    return true;
+}

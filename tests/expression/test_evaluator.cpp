@@ -1,0 +1,202 @@
+// The expression language end to end: literals, names, operators, lists,
+// short-circuits, limits and the text rewriting of the tokenizer.
+
+#include "vorparameter/containers/vorParameterTempArray.h"
+#include "vorparameter/expression/vorEvaluator.h"
+#include "vorparameter/expression/vorParameterError.h"
+#include "vorparameter/expression/vorParameterNumeric.h"
+#include "vorparameter/expression/vorParameterString.h"
+#include "vorparameter/parameter/vorParameterRoot.h"
+#include "vorparameter/platform/nlsUtils.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class Evaluator : public ::testing::Test {
+protected:
+    Evaluator()
+        : root(new vorParameterRoot("machining")) {
+        root->add("a", real(2));
+        root->add("b", real(3));
+        root->add("s", vorParameterPtr(new vorParameterString("abc")));
+        tool = root->add("tool", vorParameterPtr(new vorParameterMap()));
+        tool->add("diameter", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 6)));
+    }
+
+    static vorParameterPtr real(double v) {
+        return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, v));
+    }
+
+    vorParameterPtr eval(const char* text) { return vorEvaluator(root.get()).evaluate(text); }
+    double number(const char* text) { return eval(text)->get_double(); }
+    int kind(const char* text) {
+        vorParameterPtr r = eval(text);
+        return r->is_error() ? r->subtype() : -1;
+    }
+
+    vorParameterPtr root;
+    vorParameterPtr tool;
+};
+
+} // namespace
+
+TEST_F(Evaluator, PrecedenceAndAssociativity) {
+    EXPECT_EQ(number("1+2*3"), 7);
+    EXPECT_EQ(number("2^3^2"), 64) << "every binary operator is left-associative";
+    EXPECT_EQ(number("-2^2"), 4) << "a prefix operand stops below ^";
+    EXPECT_EQ(number("(1+2)*3"), 9);
+    EXPECT_EQ(number("10 - 4 - 3"), 3);
+    EXPECT_EQ(number("a * b + 1"), 7);
+    EXPECT_EQ(number("7 % 4"), 3);
+    EXPECT_EQ(number("1 < 2 == 1"), 1);
+    EXPECT_EQ(number("NOT 0"), 1);
+    EXPECT_EQ(number("1 and 0 or 1"), 1);
+    EXPECT_EQ(number("1 XOR 1"), 0);
+    EXPECT_EQ(number("a GE 2"), 1);
+}
+
+TEST_F(Evaluator, UnitsApplyToTheOperandJustRead) {
+    vorParameterPtr length = eval("10mm");
+    EXPECT_EQ(length->get_double(), 10);
+    EXPECT_EQ(static_cast<vorParameterNumeric&>(*length).get_dim(), vorDimensions(DIM_LENGTH));
+    EXPECT_EQ(number("1in"), 25.4);
+    EXPECT_EQ(number("2*3mm"), 6);
+    EXPECT_EQ(number("1+2mm"), 3);
+    EXPECT_EQ(number("(2*3)mm"), 6);
+    EXPECT_EQ(number("2.5e-3in"), 2.5e-3 * 25.4);
+    EXPECT_EQ(kind("mm"), ERR_INVALID_NAME) << "a unit where an operand belongs is a name";
+    EXPECT_EQ(kind("5!"), ERR_SYNTAX);
+}
+
+TEST_F(Evaluator, NumberLiteralsAndTheDecimalComma) {
+    EXPECT_EQ(number("1,5"), 1.5);
+    EXPECT_EQ(number(".5"), 0.5);
+    EXPECT_EQ(number("1e-3"), 1e-3);
+    EXPECT_EQ(number("2-3"), -1);
+    EXPECT_EQ(kind("1e-3e2"), ERR_SYNTAX) << "the literal ends before the second e";
+    EXPECT_EQ(kind("3 .5"), ERR_TYPE) << "after a number a point is the member operator";
+    EXPECT_EQ(kind("1e999"), ERR_SYNTAX);
+    EXPECT_EQ(kind(".5.2"), ERR_SYNTAX);
+
+    vorEvaluator strict(root.get());
+    strict.strict_decimal();
+    vorParameterPtr list = strict.evaluate("{1,5}");
+    EXPECT_EQ(list->size(), 2) << "with strict decimals a comma separates";
+}
+
+TEST_F(Evaluator, NamesPathsAndThis) {
+    EXPECT_EQ(number("tool.diameter"), 6);
+    EXPECT_EQ(number("TOOL.DIAMETER * 2"), 12);
+    EXPECT_EQ(number("$a"), 2);
+    EXPECT_EQ(kind("undefined_name"), ERR_INVALID_NAME);
+    EXPECT_EQ(kind("undefined_name + 1"), ERR_INVALID_NAME) << "errors travel as values";
+    EXPECT_EQ(eval("THIS").get(), root.get());
+    EXPECT_EQ(eval("this.a").get(), root["a"].get());
+    EXPECT_EQ(vorEvaluator(nullptr).evaluate("a")->subtype(), ERR_INVALID_NAME);
+}
+
+TEST_F(Evaluator, ListsCallsAndGrouping) {
+    EXPECT_EQ(eval("(1)")->type(), TYPE_NUMERIC);
+    EXPECT_EQ(eval("(1; 2)")->size(), 2);
+    EXPECT_EQ(eval("{1; 2; 3}")->size(), 3);
+    EXPECT_EQ(eval("{}")->size(), 0);
+    EXPECT_EQ(eval("()")->size(), 0);
+    EXPECT_EQ(eval("{a; b}")["[1]"]->get_double(), 3);
+    EXPECT_EQ(eval("{1; {2; 3}}")["[1]"]->size(), 2);
+    EXPECT_EQ(number("{4; 5; 6}[1]"), 5);
+    EXPECT_EQ(kind("{1; 2"), ERR_SYNTAX);
+    EXPECT_EQ(kind("s(1)"), ERR_INVALID_NAME) << "a call looks up functions only";
+    EXPECT_EQ(kind("(s)(1)"), ERR_TYPE) << "a string is not callable";
+    EXPECT_EQ(kind("undefined_fn()"), ERR_INVALID_NAME);
+}
+
+TEST_F(Evaluator, ShortCircuitSkipsNameLookups) {
+    EXPECT_EQ(number("0 & undefined_name"), 0);
+    EXPECT_EQ(number("1 | undefined_name"), 1);
+    EXPECT_EQ(kind("1 & undefined_name"), ERR_INVALID_NAME);
+    EXPECT_EQ(kind("0 | undefined_name"), ERR_INVALID_NAME);
+    EXPECT_EQ(number("0 & (undefined(1) + x.y[2])"), 0);
+}
+
+TEST_F(Evaluator, SyntaxErrors) {
+    for (const char* bad : {"", "   ", "1 2", "(1", "1)", "a =< b", "1 +", "*", "\"abc"})
+        EXPECT_EQ(kind(bad), ERR_SYNTAX) << bad;
+    // The parse stops at "[" with an error, before the end of the text.
+    EXPECT_EQ(kind("[1]"), ERR_EXPRESSION);
+    EXPECT_EQ(number("a <= b"), 1);
+    EXPECT_EQ(kind("undefined_name)"), ERR_EXPRESSION) << "trailing text after an error";
+}
+
+TEST_F(Evaluator, StringsAndInterpolationInLiterals) {
+    EXPECT_EQ(eval("'abc' + \"d'e\"")->get_string(), "abcd'e");
+    EXPECT_EQ(eval("'x' + 3")->get_string(), "x3");
+    EXPECT_EQ(number("'abc' <= 'abd'"), 1);
+    EXPECT_EQ(number("s == 'abc'"), 1);
+    EXPECT_EQ(eval("'d=${tool.diameter}'")->get_string(), "d=6");
+}
+
+TEST_F(Evaluator, ParamsetRecordsEachParameterOnce) {
+    vorEvaluator evaluator(root.get());
+    evaluator.evaluate("a + a * tool.diameter");
+    const vorParameterPtrcoDList& read = evaluator.paramset();
+    ASSERT_EQ(read.size(), 2u);
+    EXPECT_EQ(read[0].get(), root["a"].get());
+    EXPECT_EQ(read[1].get(), root["tool.diameter"].get()) << "only the final member of a path";
+    EXPECT_FALSE(evaluator.has_function_param());
+}
+
+TEST_F(Evaluator, RewritesSeparatorsAndDecimalPoints) {
+    vorEvaluator evaluator(root.get());
+    evaluator.evaluate("{1 , 2}");
+    EXPECT_EQ(evaluator.get_expr(), "{1 ; 2}");
+    EXPECT_EQ(vorEvaluator::neutralize("max(1,2)"), "max(1.2)");
+    EXPECT_EQ(vorEvaluator::neutralize("f(a, 'x,y'; 2.5)"), "f(a; 'x,y'; 2.5)");
+    nlsUtils::set_decimal_point(',');
+    EXPECT_EQ(vorEvaluator::neutralize("f(1,5; 2)"), "f(1.5; 2)");
+    EXPECT_EQ(vorEvaluator::localize("f(1.5; 2)"), "f(1,5; 2)");
+    EXPECT_EQ(number("1,5 + 1"), 2.5);
+    nlsUtils::set_decimal_point('.');
+}
+
+TEST_F(Evaluator, LimitsGiveErrorValues) {
+    std::string deep(10000, '(');
+    deep += "1";
+    deep += std::string(10000, ')');
+    EXPECT_TRUE(eval(deep.c_str())->is_error());
+    std::string prefixes(10000, '-');
+    prefixes += "1";
+    EXPECT_TRUE(eval(prefixes.c_str())->is_error());
+    std::string braces(10000, '{');
+    EXPECT_TRUE(eval(braces.c_str())->is_error());
+    std::string huge = "1";
+    for (int i = 0; i < 200000; ++i)
+        huge += "+1";
+    EXPECT_EQ(kind(huge.c_str()), ERR_SYNTAX) << "over the length limit";
+    std::string long_sum = "0";
+    for (int i = 0; i < 20000; ++i)
+        long_sum += "+1";
+    EXPECT_EQ(number(long_sum.c_str()), 20000) << "a long flat expression is fine";
+}
+
+TEST_F(Evaluator, SelfReferenceThroughAChainIsAnError) {
+    vorParameterPtr x = root->add("x", real(0));
+    vorParameterPtr y = root->add("y", real(0));
+    x->set_string("y + 1");
+    y->set_string("x * 2");
+    EXPECT_EQ(x->evaluate()->subtype(), ERR_EXPRESSION);
+    EXPECT_EQ(x->get_double(), 0);
+    EXPECT_FALSE(x->is_evaluating());
+    EXPECT_FALSE(y->is_evaluating());
+
+    // A long chain of distinct parameters stops at the nesting limit.
+    vorParameterPtr previous = root->add("p0", real(1));
+    for (int i = 1; i < 2000; ++i) {
+        utString name("p" + std::to_string(i));
+        vorParameterPtr p = root->add(name, real(0));
+        p->set_string(previous->get_name() + " + 1");
+        previous = p;
+    }
+    EXPECT_TRUE(previous->evaluate()->is_error());
+    EXPECT_EQ(root["p10"]->get_double(), 11);
+}

@@ -1,0 +1,108 @@
+// Handles, the shared errors and the base class's neutral answers.
+
+#include "vorparameter/expression/vorParameterError.h"
+#include "vorparameter/expression/vorParameterNumeric.h"
+#include "vorparameter/expression/vorParameterString.h"
+#include "vorparameter/parameter/vorParameterMap.h"
+
+#include <gtest/gtest.h>
+
+TEST(Handle, EmptyHandleBecomesTheUnknownErrorInPlace) {
+    vorParameterPtr empty;
+    EXPECT_TRUE(empty.is_null());
+    vorParameter* first = empty.operator->();
+    EXPECT_EQ(empty->type(), TYPE_ERROR);
+    EXPECT_EQ(empty->subtype(), ERR_UNKNOWN);
+    EXPECT_EQ(empty.operator->(), first) << "a second dereference gives the same node";
+
+    const vorParameterPtr also_empty;
+    EXPECT_EQ(also_empty.par()->subtype(), ERR_UNKNOWN);
+    EXPECT_TRUE(vorParameterPtr().copy()->is_error());
+}
+
+TEST(Handle, EqualityIsIdentityExceptForTheNothingValue) {
+    vorParameterPtr a(new vorParameterString("x"));
+    vorParameterPtr b(new vorParameterString("x"));
+    EXPECT_TRUE(a == a);
+    EXPECT_FALSE(a == b);
+    vorParameterPtr unknown_a = vorParameterError::create(ERR_UNKNOWN);
+    vorParameterPtr unknown_b = vorParameterPtr().copy();
+    EXPECT_NE(unknown_a.get(), unknown_b.get());
+    EXPECT_TRUE(unknown_a == unknown_b);
+    vorParameterPtr type_a = vorParameterError::create(ERR_TYPE);
+    vorParameterPtr type_b = type_a.copy();
+    EXPECT_FALSE(type_a == type_b);
+}
+
+TEST(Handle, CountsOwnersAndExternHandlesDoNotOwn) {
+    vorParameterPtr owner(new vorParameterString("x"));
+    EXPECT_TRUE(owner.unique());
+    {
+        vorParameterPtr second = owner;
+        EXPECT_FALSE(owner.unique());
+        vorParameterPtr moved = std::move(second);
+        EXPECT_TRUE(second.is_null());
+        EXPECT_FALSE(owner.unique());
+    }
+    EXPECT_TRUE(owner.unique());
+    vorParameterPtr view(coPrfExtern(), owner.get());
+    EXPECT_TRUE(owner.unique()) << "a non-owning handle is not counted";
+    EXPECT_FALSE(view.unique());
+}
+
+TEST(Errors, AreSharedPerKindWithTranslatedMessages) {
+    vorParameterPtr e5 = vorParameterError::create(ERR_DIVIDE_BY_ZERO);
+    EXPECT_EQ(e5.get(), vorParameterError::create(5).get());
+    EXPECT_EQ(e5->get_string(), "#ERROR: Divide by zero");
+    EXPECT_EQ(e5->print(0), "(ERROR) Divide by zero\n");
+    EXPECT_FALSE(e5->is_valid());
+    EXPECT_TRUE(e5->is_active());
+    e5->set_double(3.0);
+    EXPECT_EQ(e5->get_double(), 0.0);
+
+    vorParameterPtr e12 = vorParameterError::create(12);
+    EXPECT_EQ(e12->subtype(), ERR_UNKNOWN);
+    EXPECT_EQ(e12->get_expr(), "Unknown error");
+    EXPECT_EQ(e12.get(), vorParameterError::create(99).get());
+    EXPECT_NE(e12.get(), vorParameterError::create(0).get());
+
+    vorParameterPtr fresh = e5->evaluate();
+    EXPECT_NE(fresh.get(), e5.get()) << "evaluate gives a copy, not the shared instance";
+    EXPECT_EQ(fresh->subtype(), ERR_DIVIDE_BY_ZERO);
+    EXPECT_FALSE(vorParameterError::valid_subtype(10));
+}
+
+TEST(Base, NeutralAnswersAndSharedRecords) {
+    vorParameterPtr s(new vorParameterString("abc"));
+    s->set_name("label");
+    vorParameterPtr clone = s.copy();
+    EXPECT_EQ(clone->ut_dynamic_type().name(), std::string("vorParameterString"));
+    s->set_desc("shared");
+    EXPECT_EQ(clone->get_desc(), "shared") << "copies share the descriptive record";
+    EXPECT_EQ(clone->get_name(), "label");
+    EXPECT_EQ(s->get_typename(), "Invalid typename");
+    EXPECT_EQ(s->operate_prefix("-")->subtype(), ERR_TYPE);
+    EXPECT_EQ((*s)[vorParameterKey("x")]->subtype(), ERR_TYPE);
+    EXPECT_EQ(s->add(vorParameterKey("x"), clone)->subtype(), ERR_TYPE);
+    EXPECT_EQ(s.par(), s.get());
+    EXPECT_FALSE(s->is_ref());
+
+    vorParameterPtr integer(new vorParameterNumeric(SUB_INT, DIM_NONE, 3));
+    integer->set_measure_mode(MEASURE_RELATIVE);
+    EXPECT_EQ(integer->get_measure_mode(), MEASURE_NONE) << "only reals and angles take a mode";
+    vorParameterPtr real(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 3));
+    real->set_measure_mode(MEASURE_RELATIVE);
+    EXPECT_EQ(real->get_measure_mode(), MEASURE_RELATIVE);
+}
+
+TEST(Base, DisplayNamesFollowThePath) {
+    vorParameterPtr tool(new vorParameterMap());
+    tool->set_name("tool");
+    vorParameterPtr diameter(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 6));
+    tool->add("diameter", diameter);
+    EXPECT_EQ(vorParameter::get_name(*diameter, 0), "diameter");
+    EXPECT_EQ(vorParameter::get_name(*diameter, 1), "tool.diameter");
+
+    vorParameterPtr nameless(new vorParameterString("x"));
+    EXPECT_EQ(vorParameter::get_name(*nameless, 1), "");
+}

@@ -1,0 +1,84 @@
+// Keys: parsing, the canonical text, components, the cache and synonyms.
+
+#include "vorparameter/parameter/vorParameterKey.h"
+
+#include <gtest/gtest.h>
+
+TEST(Key, ParsesNamesIndicesAndMalformedTexts) {
+    EXPECT_EQ(vorParameterKey("tool.diameter").type(), TYPE_MAP);
+    EXPECT_EQ(vorParameterKey("tool.diameter").first(), "tool");
+    EXPECT_EQ(vorParameterKey("tool.diameter").remainder_str(), "diameter");
+    for (const char* malformed : {"", "   ", ".x", "a b", "[3x]", "[3"})
+        EXPECT_EQ(vorParameterKey(malformed).type(), TYPE_ERROR) << malformed;
+    EXPECT_EQ(vorParameterKey("a b").first(), "a");
+    EXPECT_EQ(vorParameterKey("[3x]").first(), "[3x]");
+
+    vorParameterKey spaced("[ 3 ]");
+    EXPECT_EQ(spaced.type(), TYPE_ARRAY);
+    EXPECT_EQ(spaced.first(), " 3 ");
+    EXPECT_EQ(spaced.str(), "[ 3 ]");
+    int index = 0;
+    EXPECT_TRUE(spaced.index(index));
+    EXPECT_EQ(index, 3);
+    EXPECT_EQ(vorParameterKey("-1").type(), TYPE_ARRAY);
+    EXPECT_EQ(vorParameterKey("7abc").type(), TYPE_ARRAY);
+    EXPECT_FALSE(vorParameterKey("7abc").index(index));
+    EXPECT_FALSE(vorParameterKey("[99999999999]").index(index)) << "beyond int";
+    EXPECT_EQ(vorParameterKey("Länge").type(), TYPE_MAP);
+    EXPECT_EQ(vorParameterKey("Länge").first(), "Länge");
+}
+
+TEST(Key, CanonicalTextNormalisesOnlyTheFirstComponent) {
+    EXPECT_EQ(vorParameterKey("3.name").str(), "[3].name");
+    EXPECT_EQ(vorParameterKey("list.3.name").str(), "list.3.name");
+    EXPECT_EQ(vorParameterKey("a[2]").str(), "a[2]");
+    EXPECT_EQ(vorParameterKey(3, "name").str(), "[3].name");
+    EXPECT_EQ(vorParameterKey(3, "").str(), "[3]");
+    vorParameterKey current("current.depth");
+    EXPECT_EQ(current.first(), "toolpath");
+    EXPECT_EQ(current.str(), "toolpath.depth");
+}
+
+TEST(Key, ComponentsParentsAndConcatenation) {
+    vorParameterKey abc("a.b.c");
+    EXPECT_EQ(abc.parent().str(), "a.b");
+    EXPECT_EQ(abc.last(), "c");
+    EXPECT_EQ(abc.remainder().str(), "b.c");
+    vorParameterKey indexed("a[2]");
+    EXPECT_EQ(indexed.parent().str(), "a");
+    EXPECT_EQ(indexed.last(), "[2]");
+    EXPECT_TRUE(vorParameterKey("a").parent().empty());
+    EXPECT_EQ((vorParameterKey("a") + vorParameterKey("[2]")).str(), "a[2]");
+    EXPECT_EQ((vorParameterKey("a") + vorParameterKey("b")).str(), "a.b");
+    vorParameterKey k("x.y");
+    EXPECT_TRUE(vorParameterKey("") + k == k);
+}
+
+TEST(Key, NameKeysShareOneRecordIndexKeysNever) {
+    EXPECT_TRUE(vorParameterKey("a") == vorParameterKey("a"));
+    EXPECT_TRUE(vorParameterKey("$$tol") == vorParameterKey("tol"));
+    EXPECT_FALSE(vorParameterKey("[2]") == vorParameterKey("[2]"));
+    EXPECT_TRUE(vorParameterKey("$").empty());
+
+    utStringutStringcoTable synonyms;
+    synonyms.set("dia", "diameter");
+    vorParameterKeyImpl::initialize_synonyms(synonyms);
+    EXPECT_EQ(vorParameterKey("dia").str(), "diameter");
+    EXPECT_TRUE(vorParameterKey("dia") == vorParameterKey("diameter"));
+}
+
+TEST(Key, HugeAndDeepPathsAreMalformedNotSlow) {
+    std::string huge(1 << 20, 'a');
+    vorParameterKey big{utString(huge)};
+    EXPECT_EQ(big.type(), TYPE_ERROR);
+    std::string deep;
+    for (int i = 0; i < 1000; ++i)
+        deep += "a.";
+    deep += "a";
+    EXPECT_EQ(vorParameterKey(utString(deep)).type(), TYPE_ERROR);
+    std::string long_name(5000, 'n');
+    vorParameterKey uncached{utString(long_name)};
+    EXPECT_EQ(uncached.type(), TYPE_MAP);
+    EXPECT_FALSE(uncached == vorParameterKey(utString(long_name)))
+        << "names too long for the cache are parsed anew";
+}

@@ -1,0 +1,123 @@
+// Maps and roots: lookup, adding, removing, synonyms and built-in names.
+
+#include "vorparameter/containers/vorParameterList.h"
+#include "vorparameter/expression/vorParameterError.h"
+#include "vorparameter/expression/vorParameterNumeric.h"
+#include "vorparameter/expression/vorParameterString.h"
+#include "vorparameter/parameter/vorParameterRoot.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+vorParameterPtr number(double v) {
+    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, v));
+}
+vorParameterPtr text(const char* s) {
+    return vorParameterPtr(new vorParameterString(s));
+}
+
+} // namespace
+
+TEST(Map, LooksNamesUpCaseInsensitivelyExactFirst) {
+    vorParameterMap map;
+    vorParameterPtr depth = map.add("Depth", number(1));
+    vorParameterPtr width = map.add("width", number(2));
+    EXPECT_EQ(map["depth"].get(), depth.get());
+    EXPECT_EQ(map["WIDTH"].get(), width.get());
+    EXPECT_EQ(map["[0]"]->subtype(), ERR_INVALID_NAME);
+    EXPECT_EQ(map["nothing"]->subtype(), ERR_INVALID_NAME);
+    EXPECT_EQ(map["a b"]->subtype(), ERR_INVALID_NAME);
+    EXPECT_EQ(depth->parent(), &map);
+    EXPECT_EQ(depth->get_name(), "Depth");
+
+    vorParameterPtr exact = map.add("depth", number(3));
+    EXPECT_EQ(exact.get(), depth.get()) << "add finds the existing member, any case";
+    EXPECT_EQ(map.size(), 2);
+}
+
+TEST(Map, PathsDescendAndErrorsBecomeInvalidName) {
+    vorParameterPtr tool(new vorParameterMap());
+    vorParameterMap root;
+    root.add("tool", tool);
+    vorParameterPtr diameter = tool->add("diameter", number(6));
+    EXPECT_EQ(root["tool.diameter"].get(), diameter.get());
+    EXPECT_EQ(root["TOOL.Diameter"].get(), diameter.get());
+    EXPECT_EQ(root["tool.diameter.x"]->subtype(), ERR_INVALID_NAME)
+        << "a lookup in a non-container is reported as an invalid name";
+    EXPECT_EQ(root[vorParameterKey(utString(std::string(1 << 20, 'x')))]->subtype(),
+              ERR_INVALID_NAME);
+}
+
+TEST(Map, KeysListsMemberNamesInOrder) {
+    vorParameterMap map;
+    map.add("b", number(1));
+    map.add("A", number(2));
+    map.add("_keys", number(3));
+    vorParameterPtr keys = map["_keys"];
+    ASSERT_EQ(keys->type(), TYPE_ARRAY);
+    ASSERT_EQ(keys->size(), 2) << "a member named _keys is never added or reachable";
+    EXPECT_EQ(keys["[0]"]->get_string(), "b");
+    EXPECT_EQ(keys["[1]"]->get_string(), "A");
+}
+
+TEST(Map, RemoveLockAndCycles) {
+    vorParameterPtr map(new vorParameterMap());
+    vorParameterPtr x = map->add("x", number(1));
+    EXPECT_EQ(map->remove("X").get(), x.get());
+    EXPECT_EQ(x->parent(), nullptr);
+    EXPECT_EQ(map->size(), 0);
+    EXPECT_EQ(map->remove("x")->subtype(), ERR_INVALID_NAME);
+
+    EXPECT_TRUE(map->add("self", map)->is_error()) << "a map cannot hold itself";
+    vorParameterPtr inner = map->add("inner", vorParameterPtr(new vorParameterMap()));
+    EXPECT_TRUE(inner->add("outer", map)->is_error()) << "nor an ancestor";
+
+    map->lock(1);
+    EXPECT_EQ(map->add("y", number(2))->subtype(), ERR_UNKNOWN);
+    EXPECT_TRUE(inner->is_locked()) << "a lock covers the members";
+}
+
+TEST(Map, CopiesAreDeepAndCompareByValue) {
+    vorParameterPtr map(new vorParameterMap());
+    map->add("a", number(1));
+    vorParameterPtr copy = map.copy();
+    EXPECT_NE(copy["a"].get(), map["a"].get());
+    EXPECT_EQ(copy["a"]->parent(), copy.get());
+    EXPECT_TRUE(*copy == *map);
+    copy["a"]->set_double(2);
+    EXPECT_FALSE(*copy == *map);
+    EXPECT_EQ(map->print(0), "(MAP) \na: (REAL) 1 [L]\n");
+}
+
+TEST(Root, SynonymsAndBuiltInNames) {
+    vorParameterPtr root_handle(new vorParameterRoot("Tool", 0, "T1"));
+    vorParameterRoot& root = static_cast<vorParameterRoot&>(*root_handle);
+    EXPECT_EQ(root.subtype(), SUB_ROOT);
+    EXPECT_EQ(root["tool"].get(), &root);
+    EXPECT_EQ(root["ROOTPAR"].get(), &root);
+    EXPECT_EQ(root["roottype"]->get_string(), "Tool");
+    EXPECT_EQ(root["name"]->get_string(), "T1");
+    EXPECT_EQ(root["id"]->get_string(), "") << "no id yet";
+    root.set_id(vorRefToObjectId(vorUniqueId(1, 2)));
+    EXPECT_EQ(root["id"]->get_string(), "00000000000000010000000000000002");
+
+    vorParameterPtr name = root.add("Name", text("member"));
+    EXPECT_EQ(root["name"].get(), name.get()) << "the synonym finds the member first";
+    vorParameterPtr diameter = root.add("diameter", number(6));
+    EXPECT_EQ(root["tool.diameter"].get(), diameter.get());
+    EXPECT_EQ(root.translate_key("name[2].name"), "Name[2].name");
+    EXPECT_EQ(root.translate_key("tool.name"), "tool.name");
+    EXPECT_EQ(vorParameterRoot::get_root(diameter.get()), &root);
+    EXPECT_EQ(vorParameter::get_name(root, 0), "Tool");
+}
+
+TEST(Root, ScopingWalksUpByPrecedence) {
+    vorParameterPtr root(new vorParameterRoot("machining"));
+    vorParameterPtr tolerance = root->add("tolerance", number(0.01));
+    vorParameterPtr strategy = root->add("strategy", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr stepover = strategy->add("stepover", number(2));
+    EXPECT_EQ(stepover->resolve("tolerance").get(), tolerance.get());
+    EXPECT_EQ(stepover->resolve("")->subtype(), ERR_SYNTAX);
+    EXPECT_EQ(stepover->resolve("missing")->subtype(), ERR_INVALID_NAME);
+}
