@@ -340,6 +340,10 @@ vorParameterPtr vorEvaluator::get_named_par(int resolve_names, int skip, vorChar
         result = vorParameterPtr(coPrfExtern(), const_cast<vorParameter*>(m_scope));
     else
         result = m_scope->resolve(vorParameterKey(name));
+    // A parameter that is being evaluated right now can only be reached
+    // through a cycle of expressions.
+    if (result->is_evaluating())
+        result = vorParameterError::create(ERR_EXPRESSION);
     next_token(types, 0);
     return result;
 }

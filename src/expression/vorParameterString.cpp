@@ -13,6 +13,18 @@ vorParameterString::vorParameterString(const utString& text)
     get_impl()->default_value = get_string();
 }
 
+vorParameterPtr vorParameterString::create_verbatim(const utString& text) {
+    vorParameterString* verbatim = new vorParameterString();
+    verbatim->m_verbatim = true;
+    verbatim->set_value(text);
+    verbatim->get_impl()->default_value = text;
+    return vorParameterPtr(verbatim);
+}
+
+bool vorParameterString::is_expr() const {
+    return !m_verbatim && vorParameterScalar::is_expr();
+}
+
 vorParameterPtr vorParameterString::evaluate() const {
     if (!is_expr())
         return vorParameterPtr(create_new());

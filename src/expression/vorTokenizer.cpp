@@ -204,8 +204,7 @@ void vorEvaluator::scan_string() {
         return;
     }
     vorEvaluator interpolator(m_scope);
-    m_token_value =
-        vorParameterPtr(new vorParameterString(interpolator.interpolate_string(m_token)));
+    m_token_value = vorParameterString::create_verbatim(interpolator.interpolate_string(m_token));
 }
 
 // Symbol operators: the longest of two or one characters that a table holds.

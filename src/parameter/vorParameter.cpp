@@ -216,7 +216,7 @@ vorParameterPtr vorParameter::evaluate() const {
     EvaluatingFlag flag(*this, &vorParameter::set_evaluating);
     vorParameterPtr result;
     if (type() == TYPE_STRING || type() == TYPE_ENUM)
-        result = vorParameterPtr(new vorParameterString(evaluator.interpolate_string(expr)));
+        result = vorParameterString::create_verbatim(evaluator.interpolate_string(expr));
     else
         result = evaluator.evaluate(expr);
     while (result->is_expr())

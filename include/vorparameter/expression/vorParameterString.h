@@ -2,8 +2,9 @@
 //
 // A parameter holding text. A text with an interpolation ("${expr}",
 // "%[expr]") is an expression whose value is the interpolated text; any other
-// text is its own value. Strings compare with < <= > >= by bytes and
-// concatenate with "+".
+// text is its own value. The strings that evaluation produces (string
+// literals, interpolated texts) are verbatim: their text is final. Strings compare with < <= > >=
+// by bytes and concatenate with "+".
 //
 //===----------------------------------------------------------------------===//
 #ifndef VORPARAMETER_EXPRESSION_VORPARAMETERSTRING_H
@@ -16,11 +17,15 @@ class VOR_API vorParameterString : public vorParameterScalar {
 public:
     /// Stores `text` and records its evaluated text as the default.
     explicit vorParameterString(const utString& text = utString());
+    /// A string whose text is final: never interpolated, even when it holds
+    /// "${" (the result of an interpolation, for example).
+    static vorParameterPtr create_verbatim(const utString& text);
 
     vorParameter* create_new() const override { return new vorParameterString(*this); }
     vorParameterSubType subtype() const override { return SUB_STRING; }
     vorParameterType type() const override { return TYPE_STRING; }
     utString get_xml_typename() const override { return "string"; }
+    bool is_expr() const override;
     utString print(int indent) const override;
     /// A copy for a literal; the interpolated string for an expression; an
     /// error of kind ERR_TYPE when an expression gives no string.
@@ -29,6 +34,9 @@ public:
 
 protected:
     vorParameterString(const vorParameterString& other) = default;
+
+private:
+    bool m_verbatim = false;
 };
 
 #endif // VORPARAMETER_EXPRESSION_VORPARAMETERSTRING_H
