@@ -333,7 +333,7 @@ vorParameterPtr vorEvaluator::get_named_par(int resolve_names, int skip, vorChar
     const utString name = m_token;
     vorParameterPtr result;
     if (!resolve_names || skip)
-        result = vorParameterPtr(new vorParameterString(name));
+        result = vorParameterString::create_verbatim(name);
     else if (!m_scope)
         result = vorParameterError::create(ERR_INVALID_NAME);
     else if (vorequal_nocase(name.view(), "this"))

@@ -96,6 +96,6 @@ vorParameterPtr vorParameterScalar::operate_binary(const utString& op,
         return vorParameterNumeric::create_bool(op == "==" ? same : !same);
     }
     if (op == "+")
-        return vorParameterPtr(new vorParameterString(get_string() + other->get_string().view()));
+        return vorParameterString::create_verbatim(get_string() + other->get_string().view());
     return vorParameter::operate_binary(op, other);
 }

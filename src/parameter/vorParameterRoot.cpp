@@ -99,11 +99,11 @@ vorParameterPtr vorParameterRoot::lookup_method(const vorParameterKey& key) cons
         return static_cast<const vorParameter&>(*this)[key.remainder()];
     }
     if (name == "roottype")
-        return vorParameterPtr(new vorParameterString(m_root_type));
+        return vorParameterString::create_verbatim(m_root_type);
     if (name == "name")
-        return vorParameterPtr(new vorParameterString(m_root_name));
+        return vorParameterString::create_verbatim(m_root_name);
     if (name == "id")
-        return vorParameterPtr(new vorParameterString(m_id.get_uid().hex_string()));
+        return vorParameterString::create_verbatim(m_id.get_uid().hex_string());
     return vorParameterPtr();
 }
 
