@@ -1,0 +1,77 @@
+//===- vorParameterUtils.h - Geometry values in parameter trees -*- C++ -*-===//
+//
+// Hosts keep points, directions and workplanes in parameter trees as vectors
+// of numbers ("{10;0;5}", usually with X,Y,Z accessors) and workplanes as maps
+// with the members "Origin", "YAxis" and "ZAxis". These functions read and
+// write such parameters as the geometry library's value types.
+//
+// What converts: the to_... and from_... functions of n coordinates accept
+// any array parameter (vector, temporary array, list or plain array, also
+// behind a reference) whose first n elements are numbers; every parameter
+// for which is_vector_n(par, n) holds and whose elements are numbers is one
+// of them, and so are brace lists and arrays computed by expressions. Extra
+// elements are ignored, so a 3D point reads as a 2D point. Anything else
+// reads as the type's default value (the origin, the zero vector, the X axis
+// for a unit vector) and is not written to. A unit vector is read through
+// giUnitVec3(v): zero or non-finite coordinates give the X axis.
+//
+// The is_vector... tests, in contrast, recognise vector parameters
+// (vorParameterVector, including temporary arrays) specifically: a plain
+// array of three numbers converts to a point but is not a vector.
+//
+//===----------------------------------------------------------------------===//
+#ifndef VORPARAMETER_CONTAINERS_VORPARAMETERUTILS_H
+#define VORPARAMETER_CONTAINERS_VORPARAMETERUTILS_H
+
+#include "vorparameter/containers/vorParameterVector.h"
+#include "vorparameter/platform/giPoint.h"
+#include "vorparameter/platform/giVector.h"
+#include "vorparameter/platform/giWorkplane3.h"
+
+class VOR_API vorParameterUtils {
+public:
+    vorParameterUtils() = delete;
+
+    /// Elements 0, 1 (and 2) as coordinates; the default value when `par` is
+    /// not an array whose first 3 (or 2) elements are numbers.
+    static giPoint3 to_gipoint3(const vorParameter& par);
+    static giVector3 to_givector3(const vorParameter& par);
+    static giUnitVec3 to_giunitvec3(const vorParameter& par);
+    static giPoint2 to_gipoint2(const vorParameter& par);
+    static giVector2 to_givector2(const vorParameter& par);
+    static giUnitVec2 to_giunitvec2(const vorParameter& par);
+
+    /// Writes the coordinates into elements 0, 1 (and 2) with set_double.
+    /// False, writing nothing, when `par` is not an array whose first 3 (or 2)
+    /// elements are numbers. Locked elements ignore the write as usual.
+    static bool from_gipoint3(vorParameter& par, const giPoint3& point);
+    static bool from_givector3(vorParameter& par, const giVector3& vector);
+    static bool from_giunitvec3(vorParameter& par, const giUnitVec3& vector);
+    static bool from_gipoint2(vorParameter& par, const giPoint2& point);
+    static bool from_givector2(vorParameter& par, const giVector2& vector);
+    static bool from_giunitvec2(vorParameter& par, const giUnitVec2& vector);
+
+    /// The workplane of a workplane map (is_workplane) from its origin, Y axis
+    /// and Z axis. False, leaving `workplane` the world frame, for any other
+    /// parameter.
+    static bool to_giworkplane3(const vorParameter& par, giWorkplane3& workplane);
+    /// Writes the origin, Y axis and Z axis of `workplane` into the members
+    /// "Origin", "YAxis" and "ZAxis"; false, writing nothing, unless `par` is
+    /// a workplane map.
+    static bool from_giworkplane3(vorParameter& par, const giWorkplane3& workplane);
+
+    /// True for a vector parameter (vorParameterVector or a derived class).
+    static bool is_vector(const vorParameter& par);
+    /// A vector of exactly 2 elements.
+    static bool is_vector_2D(const vorParameter& par) { return is_vector_n(par, 2); }
+    /// A vector of exactly `n` elements.
+    static bool is_vector_n(const vorParameter& par, int n);
+    /// A vector of exactly `n` elements and access type `type`.
+    static bool is_vector_n_of_type(const vorParameter& par, int n,
+                                    vorParameterVectorAccessType type);
+    /// A plain map (subtype SUB_MAP) of exactly three members whose members
+    /// "Origin", "YAxis" and "ZAxis" are vectors of 3 elements.
+    static bool is_workplane(const vorParameter& par);
+};
+
+#endif // VORPARAMETER_CONTAINERS_VORPARAMETERUTILS_H
