@@ -1,0 +1,217 @@
+#!/usr/bin/env bash
+# Developer entry point: builds libvorparameter and runs its demo, tests,
+# sanitizer tests or benchmarks. Missing build tools are installed with
+# apt-get on Debian-like systems.
+#
+#   ./dev.sh demo       build (build/) and run `vorparam demo`
+#   ./dev.sh test       build with tests and benchmarks, run every test
+#   ./dev.sh sanitize   build with ASan+UBSan (build-sanitize/), run every test
+#   ./dev.sh bench      build and run the benchmarks
+#
+# Environment: VORPARAMETER_BUILD_DIR and VORPARAMETER_SANITIZE_BUILD_DIR
+# override the two build folders; CTEST_JOBS the test parallelism (2).
+set -euo pipefail
+
+cd "$(dirname "${BASH_SOURCE[0]}")"
+
+BUILD_DIR=${VORPARAMETER_BUILD_DIR:-build}
+SANITIZE_DIR=${VORPARAMETER_SANITIZE_BUILD_DIR:-build-sanitize}
+CTEST_JOBS=${CTEST_JOBS:-2}
+JOBS=$(nproc 2>/dev/null || echo 2)
+
+say() { printf '==> %s\n' "$*"; }
+die() {
+    printf 'dev.sh: %s\n' "$*" >&2
+    exit 1
+}
+
+usage() {
+    cat <<'EOF'
+usage: ./dev.sh <command>
+
+  demo       build everything (build/) and run `vorparam demo`
+  test       build with tests and benchmarks (build/) and run all tests
+  sanitize   build with AddressSanitizer and UBSan (build-sanitize/) and run all tests
+  bench      build (build/) and run the benchmarks
+  help       show this message
+EOF
+}
+
+# --- Build dependencies ------------------------------------------------------
+
+is_installed() {
+    dpkg -s "$1" 2>/dev/null | grep -q '^Status: install ok installed'
+}
+
+# Debian packages still missing for the given needs ("base", "test").
+missing_packages() {
+    local need missing=()
+    command -v cmake >/dev/null 2>&1 || missing+=(cmake)
+    command -v g++ >/dev/null 2>&1 || missing+=(g++)
+    command -v ninja >/dev/null 2>&1 || missing+=(ninja-build)
+    for need in "$@"; do
+        if [[ $need == test ]]; then
+            command -v pkg-config >/dev/null 2>&1 || missing+=(pkg-config)
+            local pkg
+            for pkg in libgtest-dev libbenchmark-dev; do
+                is_installed "$pkg" || missing+=("$pkg")
+            done
+        fi
+    done
+    [[ ${#missing[@]} -eq 0 ]] || printf '%s\n' "${missing[@]}"
+}
+
+apt_install() {
+    local sudo=()
+    if ! command -v apt-get >/dev/null 2>&1; then
+        say "apt-get is not available"
+        return 1
+    fi
+    if [[ $(id -u) -ne 0 ]]; then
+        if ! command -v sudo >/dev/null 2>&1; then
+            say "not root and sudo is not available"
+            return 1
+        fi
+        sudo=(sudo)
+    fi
+    say "installing: $*"
+    "${sudo[@]+"${sudo[@]}"}" env DEBIAN_FRONTEND=noninteractive apt-get update -q || return 1
+    "${sudo[@]+"${sudo[@]}"}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -q --no-install-recommends "$@" || return 1
+}
+
+# Makes sure the tools for the given needs are present, installing what is
+# missing. Ninja is preferred; make is an acceptable fallback.
+ensure_deps() {
+    local missing
+    mapfile -t missing < <(missing_packages "$@")
+    [[ ${#missing[@]} -eq 0 ]] && return 0
+    apt_install "${missing[@]}" || say "could not install: ${missing[*]}"
+    mapfile -t missing < <(missing_packages "$@")
+    if [[ ${#missing[@]} -eq 1 && ${missing[0]} == ninja-build ]] &&
+        command -v make >/dev/null 2>&1; then
+        say "ninja is not available; building with make"
+        return 0
+    fi
+    [[ ${#missing[@]} -eq 0 ]] && return 0
+    die "missing build dependencies: ${missing[*]} (install them, e.g. apt-get install ${missing[*]})"
+}
+
+# --- Configure and build -----------------------------------------------------
+
+# configure <dir> <cmake -D options...>
+# The first configure picks the generator and build type; later runs keep the
+# folder's generator and only pass the options (a no-op when nothing changed).
+configure() {
+    local dir=$1
+    shift
+    local args=(-S . -B "$dir" "$@")
+    if [[ ! -f $dir/CMakeCache.txt ]]; then
+        if command -v ninja >/dev/null 2>&1; then
+            args+=(-G Ninja)
+        else
+            args+=(-G "Unix Makefiles")
+        fi
+    fi
+    say "configuring $dir"
+    cmake "${args[@]}"
+}
+
+build() {
+    local dir=$1
+    shift
+    say "building $dir"
+    cmake --build "$dir" --parallel "$JOBS" "$@"
+}
+
+# --- Sanitizer options -------------------------------------------------------
+
+# LeakSanitizer stops the process with ptrace at exit, which some containers
+# and debuggers forbid.
+# Probe once with a clean program: a working LeakSanitizer exits 0.
+leak_detection_works() {
+    local dir=$1 probe=$1/leak_probe
+    mkdir -p "$dir"
+    printf 'int main() { return 0; }\n' >"$probe.cpp"
+    g++ -fsanitize=address "$probe.cpp" -o "$probe" >/dev/null 2>&1 || return 1
+    ASAN_OPTIONS=detect_leaks=1 "$probe" >/dev/null 2>&1
+}
+
+export_sanitizer_options() {
+    local leaks=1
+    if ! leak_detection_works "$SANITIZE_DIR"; then
+        leaks=0
+        say "LeakSanitizer does not work here; running without leak detection"
+    fi
+    # Caller's options come last so they win.
+    export ASAN_OPTIONS="halt_on_error=1:detect_leaks=$leaks:check_initialization_order=1:detect_stack_use_after_return=1${ASAN_OPTIONS:+:$ASAN_OPTIONS}"
+    export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1${UBSAN_OPTIONS:+:$UBSAN_OPTIONS}"
+    say "ASAN_OPTIONS=$ASAN_OPTIONS"
+    say "UBSAN_OPTIONS=$UBSAN_OPTIONS"
+}
+
+run_tests() {
+    local dir=$1
+    say "testing $dir"
+    ctest --test-dir "$dir" --output-on-failure -j "$CTEST_JOBS" --timeout 900
+}
+
+# --- Commands ----------------------------------------------------------------
+
+cmd_demo() {
+    ensure_deps base
+    if [[ -f $BUILD_DIR/CMakeCache.txt ]]; then
+        configure "$BUILD_DIR"
+    else
+        configure "$BUILD_DIR" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+            -DVORPARAMETER_BUILD_TESTS=OFF -DVORPARAMETER_BUILD_BENCHMARKS=OFF
+    fi
+    build "$BUILD_DIR"
+    "$BUILD_DIR/tools/vorparam/vorparam" demo
+}
+
+cmd_test() {
+    ensure_deps base test
+    local args=(-DVORPARAMETER_BUILD_TESTS=ON -DVORPARAMETER_BUILD_BENCHMARKS=ON)
+    [[ -f $BUILD_DIR/CMakeCache.txt ]] || args+=(-DCMAKE_BUILD_TYPE=RelWithDebInfo)
+    configure "$BUILD_DIR" "${args[@]}"
+    build "$BUILD_DIR"
+    run_tests "$BUILD_DIR"
+}
+
+cmd_sanitize() {
+    ensure_deps base test
+    # Exported before building: test discovery runs the instrumented binaries.
+    export_sanitizer_options
+    local args=(-DVORPARAMETER_SANITIZE=ON -DVORPARAMETER_BUILD_TESTS=ON
+        -DVORPARAMETER_BUILD_BENCHMARKS=OFF)
+    [[ -f $SANITIZE_DIR/CMakeCache.txt ]] || args+=(-DCMAKE_BUILD_TYPE=Debug)
+    configure "$SANITIZE_DIR" "${args[@]}"
+    build "$SANITIZE_DIR"
+    run_tests "$SANITIZE_DIR"
+}
+
+cmd_bench() {
+    ensure_deps base test
+    local args=(-DVORPARAMETER_BUILD_BENCHMARKS=ON)
+    [[ -f $BUILD_DIR/CMakeCache.txt ]] || args+=(-DCMAKE_BUILD_TYPE=RelWithDebInfo
+        -DVORPARAMETER_BUILD_TESTS=OFF)
+    configure "$BUILD_DIR" "${args[@]}"
+    build "$BUILD_DIR" --target vorparameter_bench
+    "$BUILD_DIR/bench/vorparameter_bench" "$@"
+}
+
+command=${1:-}
+[[ $# -gt 0 ]] && shift
+case $command in
+demo) cmd_demo ;;
+test) cmd_test ;;
+sanitize) cmd_sanitize ;;
+bench) cmd_bench "$@" ;;
+help | -h | --help) usage ;;
+*)
+    usage >&2
+    [[ -n $command ]] && printf '\ndev.sh: unknown command "%s"\n' "$command" >&2
+    exit 2
+    ;;
+esac

@@ -1,0 +1,19 @@
+#include "commands.h"
+
+namespace vorparam {
+
+const std::vector<Command>& commands() {
+    static const std::vector<Command> table = {
+        {"demo", "", "build a sample machining tree, print it and look up a few paths", run_demo},
+    };
+    return table;
+}
+
+const Command* find_command(std::string_view name) {
+    for (const Command& command : commands())
+        if (name == command.name)
+            return &command;
+    return nullptr;
+}
+
+} // namespace vorparam

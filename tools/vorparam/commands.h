@@ -1,0 +1,33 @@
+// The commands of vorparam. Each command is one entry of the table in
+// commands.cpp and one function; main() only finds and runs it.
+#ifndef VORPARAM_COMMANDS_H
+#define VORPARAM_COMMANDS_H
+
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vorparam {
+
+using Arguments = std::vector<std::string>;
+
+struct Command {
+    const char* name;
+    /// Operands after the name, for the usage text ("" when none).
+    const char* synopsis;
+    const char* summary;
+    /// Runs the command with the arguments after its name; the exit status.
+    int (*run)(const Arguments& args, std::ostream& out, std::ostream& err);
+};
+
+/// Every command, in the order the usage text lists them.
+const std::vector<Command>& commands();
+/// The command called `name`, or null.
+const Command* find_command(std::string_view name);
+
+int run_demo(const Arguments& args, std::ostream& out, std::ostream& err);
+
+} // namespace vorparam
+
+#endif // VORPARAM_COMMANDS_H

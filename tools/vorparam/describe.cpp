@@ -1,0 +1,24 @@
+#include "describe.h"
+
+#include "vorparameter/expression/vorParameterNumeric.h"
+
+namespace vorparam {
+
+std::string describe(const vorParameterPtr& par) {
+    if (par->is_error())
+        return "error: " + par->get_string().str();
+
+    const std::string value = par->get_string().str();
+    if (const vorParameterNumeric* numeric = vorParameterNumeric::ut_dynamic_cast(par.get())) {
+        const vorDimensions& dim = numeric->get_dim();
+        if (dim.invalid())
+            return value + " (no valid dimension)";
+        const std::string dim_text = dim.get_string().str();
+        return value + (dim_text.empty() ? " (dimensionless)" : " " + dim_text);
+    }
+    if (par->type() == TYPE_STRING)
+        return "\"" + value + "\" (text)";
+    return value;
+}
+
+} // namespace vorparam
