@@ -1,0 +1,19 @@
+//===- vorParameterLibRoot.cpp - A root that knows the functions ----------===//
+
+#include "vorparameter/library/vorParameterLibRoot.h"
+
+#include "vorparameter/library/vorParameterLib.h"
+
+UT_DEFINE_TYPE(vorParameterLibRoot, vorParameterRoot)
+
+vorParameterLibRoot::vorParameterLibRoot(const utString& root_type, int created,
+                                         const utString& root_name)
+    : vorParameterRoot(root_type, created, root_name)
+    , m_library(new vorParameterLib()) {}
+
+vorParameterPtr vorParameterLibRoot::lookup_method(const vorParameterKey& key) const {
+    vorParameterPtr method = vorParameterRoot::lookup_method(key);
+    if (!method.is_null())
+        return method;
+    return (*m_library)[key];
+}
