@@ -12,9 +12,10 @@
 //   4. the root's built-in names ("rootpar", "roottype", "name", "id" and
 //      the root's own type name);
 //   5. the standard functions, by their lower-case names.
-// So a member called "max" hides the function "max" from the expressions
-// below it. A host root that overrides lookup_method should ask this class's
-// lookup_method for the names it does not know itself.
+// A name followed by "(" finds functions only: a member "max" that holds a
+// number leaves "max(a; b)" to the standard function, while a user function
+// member called "max" takes its place. A host root that overrides lookup_method should ask this
+// class's lookup_method for the names it does not know itself.
 //
 //===----------------------------------------------------------------------===//
 #ifndef VORPARAMETER_LIBRARY_VORPARAMETERLIBROOT_H
