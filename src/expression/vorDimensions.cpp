@@ -2,14 +2,13 @@
 
 #include "vorparameter/expression/vorDimensions.h"
 
-#include <limits>
 #include <string>
 #include <utility>
 
 namespace {
 
 bool fits_int(std::int64_t value) {
-    return value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max();
+    return value >= -vorDimensions::max_exponent && value <= vorDimensions::max_exponent;
 }
 
 // Appends `letter` |exponent| times when the exponent has the wanted sign.
@@ -152,6 +151,10 @@ utString vorDimensions::get_string() const {
 }
 
 void vorDimensions::set_dimensions(int mass, int length, int time) {
+    if (!fits_int(mass) || !fits_int(length) || !fits_int(time)) {
+        set_invalid();
+        return;
+    }
     m_invalid = 0;
     m_M = mass;
     m_L = length;

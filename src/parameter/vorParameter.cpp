@@ -34,7 +34,9 @@ vorParameterPtr vorParameterPtr::operator[](const vorParameterKey& key) const {
 
 vorParameterPtr vorParameterPtr::copy() const {
     check();
-    return vorParameterPtr(m_node->create_new());
+    vorParameterPtr clone(m_node->create_new());
+    clone->m_parent = nullptr;
+    return clone;
 }
 
 bool operator==(const vorParameterPtr& a, const vorParameterPtr& b) {
@@ -327,7 +329,8 @@ void vorParameter::set_impl(vorParameterImplPtr impl) {
 //===----------------------------------------------------------------------===//
 
 void vorParameter::link_par(vorParameterPtr child) {
-    if (!child.is_null())
+    // Errors are shared, immutable values: they never belong to a container.
+    if (!child.is_null() && !(child->is_error() && !child->is_ref()))
         child->m_parent = this;
 }
 

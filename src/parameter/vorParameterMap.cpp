@@ -144,9 +144,12 @@ vorParameterPtr vorParameterMap::add(const vorParameterKey& key, vorParameterPtr
         return existing;
     if (is_locked())
         return vorParameterError::create(ERR_UNKNOWN);
-    // A map cannot hold itself or an ancestor: that would make the tree a cycle.
-    if (par.is_null() || is_descendent(par.get()) || key.type() != TYPE_MAP)
-        return vorParameterError::create(ERR_INVALID_ARGUMENTS);
+    if (key.type() != TYPE_MAP)
+        return vorParameterError::create(ERR_INVALID_NAME);
+    // A map cannot hold itself or an ancestor: that would make the tree a
+    // cycle. Like a locked map, it refuses the change.
+    if (par.is_null() || is_descendent(par.get()))
+        return vorParameterError::create(ERR_UNKNOWN);
 
     link_par(par);
     m_members.set(key.first(), par);

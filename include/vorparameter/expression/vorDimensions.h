@@ -20,8 +20,10 @@
 //                  magnitudes of the negative ones: "[L]", "[LL]", "[L/TT]",
 //                  "[1/T]", "[ML/TT]".
 //
-// Overflow: exponents are 32-bit. A product, quotient, power or text whose
-// exponent would not fit in an int gives an invalid dimension instead.
+// Bounds: an exponent's magnitude is at most max_exponent (100). A
+// construction, product, quotient, power or text that would go beyond it
+// gives an invalid dimension instead, so no dimension prints as a huge text
+// ("(1mm)^1e9" is a number with an invalid dimension, not a gigabyte of "L").
 //
 //===----------------------------------------------------------------------===//
 #ifndef VORPARAMETER_EXPRESSION_VORDIMENSIONS_H
@@ -58,14 +60,18 @@ class VOR_API vorDimensions {
 public:
     /// Invalid.
     vorDimensions() = default;
-    /// Valid, with the given exponents of mass, length and time.
+    /// The largest magnitude of an exponent.
+    static constexpr int max_exponent = 100;
+
+    /// Valid, with the given exponents of mass, length and time; invalid when
+    /// one of them is beyond max_exponent.
     vorDimensions(int mass, int length, int time);
     /// The standard dimension; invalid for a value that names none.
     vorDimensions(vorDimStandard standard);
     /// Reads the printed form. " ", "1", "[" and "]" are skipped; "M", "L"
     /// and "T" count +1 towards their exponent, or -1 once a "/" has been
     /// seen (further "/" change nothing). Any other character, or a count
-    /// beyond the range of int, makes the dimension invalid. The empty text
+    /// beyond max_exponent, makes the dimension invalid. The empty text
     /// is dimensionless. Runs in time linear in the text's length.
     explicit vorDimensions(const utString& text);
 

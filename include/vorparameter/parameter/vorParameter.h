@@ -74,7 +74,9 @@ public:
     vorParameter* par() const;
     /// The node's lookup of `key`.
     vorParameterPtr operator[](const vorParameterKey& key) const;
-    /// A new handle owning a clone of the node (create_new()).
+    /// A new handle owning a clone of the node (create_new()). The clone
+    /// stands alone: its parent is none, so it can outlive the tree it came
+    /// from.
     vorParameterPtr copy() const;
     /// Hash of the node's address, so handles can key hash tables.
     std::size_t co_hash() const { return std::hash<const void*>()(m_node); }

@@ -1,9 +1,10 @@
 //===- nlsUtils.h - Locale settings of number texts -------------*- C++ -*-===//
 //
-// The decimal point that users type and see in number texts. It is "." until
-// the host sets another one (for example "," for a German user interface).
-// Stored texts are always neutral ("."); see vorEvaluator::localize and
-// vorEvaluator::neutralize for the conversion.
+// The decimal point of number texts: the one users type and see, and the one
+// the library writes when it formats a number (vorformat_double). It is "."
+// until the host sets another one (for example "," for a German user
+// interface). Saved files use "."; vorEvaluator::neutralize and
+// vorEvaluator::localize convert an expression between the two forms.
 //
 //===----------------------------------------------------------------------===//
 #ifndef VORPARAMETER_PLATFORM_NLSUTILS_H
