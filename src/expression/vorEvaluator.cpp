@@ -223,7 +223,7 @@ vorParameterPtr vorEvaluator::binary(const vorParameterPtr& lhs, int level, int 
 
     const int member = op == ".";
     vorParameterPtr rhs = expression(level + 1, !member, skip || short_circuit, types);
-    if (!skip && is_error(rhs)) {
+    if (!skip && !short_circuit && is_error(rhs)) {
         m_token_kind = TOKEN_END;
         return rhs;
     }
@@ -272,7 +272,10 @@ vorParameterPtr vorEvaluator::make_array(std::vector<vorParameterPtr>& values) {
 vorParameterPtr vorEvaluator::call(const vorParameterPtr& callee, int skip, vorCharTypes& types) {
     const int tokens_before = m_token_count;
     std::vector<vorParameterPtr> args = parse_list(skip, types);
-    is_empty_list(args, ")", tokens_before);
+    const bool empty = is_empty_list(args, ")", tokens_before);
+    // An error in an argument ended the parse: it is the result, as in lists.
+    if (!empty && m_token_kind == TOKEN_END && is_error(args.back()))
+        return args.back();
     if (!token_is(")"))
         return syntax_error();
     next_token(types, 0);

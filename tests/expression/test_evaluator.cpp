@@ -117,6 +117,8 @@ TEST_F(Evaluator, ShortCircuitSkipsNameLookups) {
     EXPECT_EQ(kind("1 & undefined_name"), ERR_INVALID_NAME);
     EXPECT_EQ(kind("0 | undefined_name"), ERR_INVALID_NAME);
     EXPECT_EQ(number("0 & (undefined(1) + x.y[2])"), 0);
+    EXPECT_EQ(number("0 & undefined(1)"), 0) << "a skipped call is no error";
+    EXPECT_EQ(number("1 | s(1)"), 1);
 }
 
 TEST_F(Evaluator, SyntaxErrors) {
