@@ -53,7 +53,7 @@ missing_packages() {
         if [[ $need == test ]]; then
             command -v pkg-config >/dev/null 2>&1 || missing+=(pkg-config)
             local pkg
-            for pkg in libgtest-dev libbenchmark-dev; do
+            for pkg in libgtest-dev libbenchmark-dev libmuparser-dev; do
                 is_installed "$pkg" || missing+=("$pkg")
             done
         fi

@@ -5,6 +5,10 @@ namespace vorparam {
 const std::vector<Command>& commands() {
     static const std::vector<Command> table = {
         {"demo", "", "build a sample machining tree, print it and look up a few paths", run_demo},
+        {"eval", "[--set PATH=VALUE]... [EXPR]...",
+         "evaluate expressions against the sample tree (one per line from standard input "
+         "when none is given)",
+         run_eval},
     };
     return table;
 }

@@ -3,8 +3,8 @@
 #include "vorparameter/expression/vorDimensions.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
 #include "vorparameter/expression/vorParameterString.h"
+#include "vorparameter/library/vorParameterLibRoot.h"
 #include "vorparameter/parameter/vorParameterMap.h"
-#include "vorparameter/parameter/vorParameterRoot.h"
 
 namespace vorparam {
 
@@ -21,7 +21,7 @@ vorParameterPtr text(const char* value) {
 } // namespace
 
 vorParameterPtr build_demo_tree() {
-    vorParameterPtr root(new vorParameterRoot("machining"));
+    vorParameterPtr root(new vorParameterLibRoot("machining"));
 
     vorParameterPtr tool(new vorParameterMap());
     tool->add("diameter", number(SUB_REAL, DIM_LENGTH, 6.0));
@@ -33,7 +33,7 @@ vorParameterPtr build_demo_tree() {
     // every read. Names it does not find in `strategy` are looked up in the
     // enclosing nodes, so "tool.diameter" resolves from the root.
     vorParameterPtr stepover = number(SUB_REAL, DIM_LENGTH, 0.0);
-    stepover->set_string("tool.diameter * 0.4");
+    stepover->set_string("tool.diameter * 0.5");
 
     vorParameterPtr strategy(new vorParameterMap());
     strategy->add("kind", text("offset area clear"));

@@ -7,9 +7,9 @@
 
 namespace vorparam {
 
-/// A root of type "machining" holding
+/// A root of type "machining" that knows the standard functions, holding
 ///   tool      diameter (real length 6), flutes (integer 4), name (text)
-///   strategy  stepover (tool.diameter * 0.4), stepdown (real length 1.5),
+///   strategy  stepover (tool.diameter * 0.5), stepdown (real length 1.5),
 ///             kind (text), climb (boolean)
 vorParameterPtr build_demo_tree();
 

@@ -6,7 +6,13 @@ namespace vorparam {
 
 std::string describe(const vorParameterPtr& par) {
     if (par->is_error())
-        return "error: " + par->get_string().str();
+        return "error: " + par->get_expr().str();
+    if (par->type() == TYPE_ARRAY) {
+        std::string items;
+        for (int i = 0, n = par->size(); i < n; ++i)
+            items += (i ? "; " : "") + describe((*par)[vorParameterKey(i, utString())]);
+        return "{" + items + "}";
+    }
 
     const std::string value = par->get_string().str();
     if (const vorParameterNumeric* numeric = vorParameterNumeric::ut_dynamic_cast(par.get())) {

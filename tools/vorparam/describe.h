@@ -9,7 +9,8 @@
 namespace vorparam {
 
 /// The value and what it measures: "6 [L]", "4 (dimensionless)",
-/// "\"End mill 6mm\" (text)", or "error: Invalid name".
+/// "\"End mill 6mm\" (text)", "{1 (dimensionless); 2 (dimensionless)}" or
+/// "error: Invalid name".
 std::string describe(const vorParameterPtr& par);
 
 } // namespace vorparam

@@ -5,10 +5,15 @@
 #include <iostream>
 #include <string_view>
 
+#include <unistd.h>
+
 int main(int argc, char** argv) {
     using namespace vorparam;
 
     if (argc < 2) {
+        // Piped input without a command: one expression a line.
+        if (!isatty(STDIN_FILENO))
+            return run_eval(Arguments(), std::cout, std::cerr);
         print_usage(std::cerr);
         return 2;
     }

@@ -1,0 +1,84 @@
+// Evaluating expressions: a new text each time, and re-reading a parameter
+// whose expression follows another one. The same arithmetic in muParser, a
+// general-purpose formula parser, is measured beside it for scale; its
+// figures appear under the "muParser" names in the same table.
+#include "vorparameter/expression/vorEvaluator.h"
+#include "vorparameter/expression/vorParameterNumeric.h"
+#include "vorparameter/parameter/vorParameterRoot.h"
+
+#include <benchmark/benchmark.h>
+
+#ifdef VORPARAMETER_HAVE_MUPARSER
+#include <muParser.h>
+#endif
+
+namespace {
+
+vorParameterPtr real(double value, vorDimStandard dim = DIM_NONE) {
+    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, dim, value));
+}
+
+struct MachiningTree {
+    MachiningTree()
+        : root(new vorParameterRoot("machining")) {
+        vorParameterPtr tool = root->add("tool", vorParameterPtr(new vorParameterMap()));
+        tool->add("diameter", real(6, DIM_LENGTH));
+        a = root->add("a", real(1));
+        root->add("b", real(2));
+        x = root->add("x", real(0));
+        x->set_string("a*2+b");
+    }
+    vorParameterPtr root;
+    vorParameterPtr a;
+    vorParameterPtr x;
+};
+
+void BM_EvaluateNewText(benchmark::State& state) {
+    MachiningTree tree;
+    const utString text("tool.diameter * 2 + 1mm");
+    for (auto _ : state) {
+        vorEvaluator evaluator(tree.root.get());
+        benchmark::DoNotOptimize(evaluator.evaluate(text)->get_double());
+    }
+}
+BENCHMARK(BM_EvaluateNewText);
+
+void BM_ReadExpressionAfterChange(benchmark::State& state) {
+    MachiningTree tree;
+    double value = 0;
+    for (auto _ : state) {
+        tree.a->set_double(value);
+        value += 1;
+        benchmark::DoNotOptimize(tree.x->get_double());
+    }
+}
+BENCHMARK(BM_ReadExpressionAfterChange);
+
+#ifdef VORPARAMETER_HAVE_MUPARSER
+void BM_MuParserNewText(benchmark::State& state) {
+    double diameter = 6;
+    mu::Parser parser;
+    parser.DefineVar("diameter", &diameter);
+    for (auto _ : state) {
+        parser.SetExpr("diameter * 2 + 1");
+        benchmark::DoNotOptimize(parser.Eval());
+    }
+}
+BENCHMARK(BM_MuParserNewText);
+
+void BM_MuParserReadAfterChange(benchmark::State& state) {
+    double a = 0;
+    double b = 2;
+    mu::Parser parser;
+    parser.DefineVar("a", &a);
+    parser.DefineVar("b", &b);
+    parser.SetExpr("a*2+b");
+    for (auto _ : state) {
+        a += 1;
+        benchmark::DoNotOptimize(parser.Eval());
+    }
+}
+BENCHMARK(BM_MuParserReadAfterChange);
+#endif
+
+} // namespace

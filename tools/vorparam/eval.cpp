@@ -1,0 +1,95 @@
+// vorparam eval: evaluates expressions against the sample machining tree,
+// after applying the values given with --set, and prints each result with its
+// dimension or the error it gave. Without expressions it reads one per line
+// from standard input.
+#include "commands.h"
+#include "demo_tree.h"
+#include "describe.h"
+
+#include "vorparameter/expression/vorEvaluator.h"
+#include "vorparameter/expression/vorParameterNumeric.h"
+#include "vorparameter/expression/vorParameterString.h"
+
+#include <iostream>
+#include <ostream>
+
+namespace vorparam {
+
+namespace {
+
+// A new parameter for --set: a quoted text is a string, anything else a
+// dimensionless real whose text may be a number or an expression.
+vorParameterPtr new_parameter(const std::string& value) {
+    const bool quoted = value.size() >= 2 && (value.front() == '\'' || value.front() == '"') &&
+                        value.back() == value.front();
+    if (quoted)
+        return vorParameterPtr(new vorParameterString(value.substr(1, value.size() - 2)));
+    vorParameterPtr number(new vorParameterNumeric(SUB_REAL, DIM_NONE, 0.0));
+    number->set_string(value);
+    return number;
+}
+
+// Applies "path=value": sets an existing parameter, or adds a new one to the
+// container the path's parent names.
+bool apply_setting(const vorParameterPtr& root, const std::string& setting, std::ostream& err) {
+    const std::size_t equals = setting.find('=');
+    if (equals == std::string::npos || equals == 0) {
+        err << "vorparam eval: --set wants PATH=VALUE, not '" << setting << "'\n";
+        return false;
+    }
+    const vorParameterKey path(utString(setting.substr(0, equals)));
+    const std::string value = setting.substr(equals + 1);
+    vorParameterPtr existing = (*root)[path];
+    if (!existing->is_error()) {
+        existing->set_string(value);
+        return true;
+    }
+    vorParameterPtr container = path.parent().empty() ? root : (*root)[path.parent()];
+    if (container->is_error() ||
+        container->add(vorParameterKey(path.last()), new_parameter(value))->is_error()) {
+        err << "vorparam eval: cannot set '" << path.str() << "'\n";
+        return false;
+    }
+    return true;
+}
+
+// Prints one result line; true when the expression gave no error.
+bool evaluate_line(const vorParameterPtr& root, const std::string& expression, std::ostream& out) {
+    const vorParameterPtr result = vorEvaluator(root.get()).evaluate(utString(expression));
+    out << expression << " => " << describe(result) << '\n';
+    return !result->is_error();
+}
+
+} // namespace
+
+int run_eval(const Arguments& args, std::ostream& out, std::ostream& err) {
+    const vorParameterPtr root = build_demo_tree();
+    std::vector<std::string> expressions;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        if (args[i] == "--set") {
+            if (i + 1 == args.size()) {
+                err << "vorparam eval: --set needs PATH=VALUE\n";
+                return 2;
+            }
+            if (!apply_setting(root, args[++i], err))
+                return 2;
+        } else if (args[i].rfind("--set=", 0) == 0) {
+            if (!apply_setting(root, args[i].substr(6), err))
+                return 2;
+        } else {
+            expressions.push_back(args[i]);
+        }
+    }
+
+    bool all_ok = true;
+    if (expressions.empty()) {
+        for (std::string line; std::getline(std::cin, line);)
+            if (line.find_first_not_of(" \t\r") != std::string::npos)
+                all_ok = evaluate_line(root, line, out) && all_ok;
+    }
+    for (const std::string& expression : expressions)
+        all_ok = evaluate_line(root, expression, out) && all_ok;
+    return all_ok ? 0 : 1;
+}
+
+} // namespace vorparam
