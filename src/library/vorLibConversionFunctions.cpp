@@ -193,47 +193,53 @@ vorParameterPtr vorParameterLib::to_string(const vorParameterPtr& args) {
         vorformat_double(number->get_double(), decimal_places(places->get_double())));
 }
 
-vorParameterPtr vorParameterLib::sum(const vorParameterPtr& args) {
+namespace {
+
+// Gathers the numbers of a call (several numbers, or one list of them) and
+// hands them to `reduce`; an empty list is refused unless `allow_empty`.
+template <class Reduce>
+vorParameterPtr reduce_numbers(const vorParameterPtr& args, bool allow_empty, Reduce reduce) {
     Numbers numbers;
     vorParameterPtr failure = gather_numbers(args, numbers);
     if (!failure.is_null())
         return failure;
-    const double total = std::accumulate(numbers.values.begin(), numbers.values.end(), 0.0);
-    return make_number(numbers.kind, total, numbers.dim);
+    if (numbers.values.empty() && !allow_empty)
+        return invalid_arguments();
+    return reduce(numbers);
+}
+
+double total_of(const Numbers& numbers) {
+    return std::accumulate(numbers.values.begin(), numbers.values.end(), 0.0);
+}
+
+} // namespace
+
+vorParameterPtr vorParameterLib::sum(const vorParameterPtr& args) {
+    return reduce_numbers(args, true, [](const Numbers& numbers) {
+        return make_number(numbers.kind, total_of(numbers), numbers.dim);
+    });
 }
 
 vorParameterPtr vorParameterLib::max(const vorParameterPtr& args) {
-    Numbers numbers;
-    vorParameterPtr failure = gather_numbers(args, numbers);
-    if (!failure.is_null())
-        return failure;
-    if (numbers.values.empty())
-        return invalid_arguments();
-    const double largest = *std::max_element(numbers.values.begin(), numbers.values.end());
-    return make_number(numbers.kind, largest, numbers.dim);
+    return reduce_numbers(args, false, [](const Numbers& numbers) {
+        const double largest = *std::max_element(numbers.values.begin(), numbers.values.end());
+        return make_number(numbers.kind, largest, numbers.dim);
+    });
 }
 
 vorParameterPtr vorParameterLib::min(const vorParameterPtr& args) {
-    Numbers numbers;
-    vorParameterPtr failure = gather_numbers(args, numbers);
-    if (!failure.is_null())
-        return failure;
-    if (numbers.values.empty())
-        return invalid_arguments();
-    const double smallest = *std::min_element(numbers.values.begin(), numbers.values.end());
-    return make_number(numbers.kind, smallest, numbers.dim);
+    return reduce_numbers(args, false, [](const Numbers& numbers) {
+        const double smallest = *std::min_element(numbers.values.begin(), numbers.values.end());
+        return make_number(numbers.kind, smallest, numbers.dim);
+    });
 }
 
 vorParameterPtr vorParameterLib::mean(const vorParameterPtr& args) {
-    Numbers numbers;
-    vorParameterPtr failure = gather_numbers(args, numbers);
-    if (!failure.is_null())
-        return failure;
-    if (numbers.values.empty())
-        return invalid_arguments();
-    const double total = std::accumulate(numbers.values.begin(), numbers.values.end(), 0.0);
-    const vorParameterSubType kind = numbers.kind == SUB_ANGLE ? SUB_ANGLE : SUB_REAL;
-    return make_number(kind, total / static_cast<double>(numbers.values.size()), numbers.dim);
+    return reduce_numbers(args, false, [](const Numbers& numbers) {
+        const vorParameterSubType kind = numbers.kind == SUB_ANGLE ? SUB_ANGLE : SUB_REAL;
+        const double count = static_cast<double>(numbers.values.size());
+        return make_number(kind, total_of(numbers) / count, numbers.dim);
+    });
 }
 
 vorParameterPtr vorParameterLib::select(const vorParameterPtr& args) {

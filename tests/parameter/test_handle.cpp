@@ -1,5 +1,6 @@
 // Handles, the shared errors and the base class's neutral answers.
 
+#include "vorparameter/containers/vorParameterArray.h"
 #include "vorparameter/expression/vorParameterError.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
 #include "vorparameter/expression/vorParameterString.h"
@@ -102,6 +103,14 @@ TEST(Base, DisplayNamesFollowThePath) {
     tool->add("diameter", diameter);
     EXPECT_EQ(vorParameter::get_name(*diameter, 0), "diameter");
     EXPECT_EQ(vorParameter::get_name(*diameter, 1), "tool.diameter");
+
+    vorParameterPtr list = tool->add("list", vorParameterPtr(new vorParameterArray()));
+    vorParameterPtr third;
+    for (int i = 0; i < 3; ++i)
+        third = list->add(vorParameterKey(), vorParameterPtr(new vorParameterString("x")));
+    third->set_name("");
+    EXPECT_EQ(vorParameter::get_name(*third, 1), "tool.list[2]");
+    EXPECT_EQ(vorParameter::get_name(*third, 0), "[2]");
 
     vorParameterPtr nameless(new vorParameterString("x"));
     EXPECT_EQ(vorParameter::get_name(*nameless, 1), "");

@@ -17,6 +17,21 @@
 #include <utility>
 #include <vector>
 
+/// Erases the slot of `key` from an insertion-ordered sequence and its hash
+/// index, moving the later slots up; false when the key is not there.
+template <class Entries, class Index, class Key, class KeyOf>
+bool coErase(Entries& entries, Index& index, const Key& key, KeyOf key_of) {
+    auto it = index.find(key);
+    if (it == index.end())
+        return false;
+    const std::size_t slot = it->second;
+    index.erase(it);
+    entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(slot));
+    for (std::size_t i = slot; i < entries.size(); ++i)
+        index[key_of(entries[i])] = i;
+    return true;
+}
+
 template <class Key, class Value>
 class coTable {
 public:
@@ -57,15 +72,8 @@ public:
 
     /// Removes the entry of `key`; false when there is none.
     bool erase(const Key& key) {
-        auto it = m_index.find(key);
-        if (it == m_index.end())
-            return false;
-        std::size_t slot = it->second;
-        m_index.erase(it);
-        m_entries.erase(m_entries.begin() + static_cast<std::ptrdiff_t>(slot));
-        for (std::size_t i = slot; i < m_entries.size(); ++i)
-            m_index[m_entries[i].first] = i;
-        return true;
+        return coErase(m_entries, m_index, key,
+                       [](const value_type& e) -> const Key& { return e.first; });
     }
 
     void clear() {
@@ -104,15 +112,7 @@ public:
     }
 
     bool erase(const Key& key) {
-        auto it = m_index.find(key);
-        if (it == m_index.end())
-            return false;
-        std::size_t slot = it->second;
-        m_index.erase(it);
-        m_keys.erase(m_keys.begin() + static_cast<std::ptrdiff_t>(slot));
-        for (std::size_t i = slot; i < m_keys.size(); ++i)
-            m_index[m_keys[i]] = i;
-        return true;
+        return coErase(m_keys, m_index, key, [](const Key& k) -> const Key& { return k; });
     }
 
     void clear() {
