@@ -15,10 +15,40 @@
 #include "vorparameter/expression/vorParameterString.h"
 #include "vorparameter/platform/vorStringUtils.h"
 
+#include <algorithm>
+#include <string>
+
 utStringintcoTable vorEvaluator::s_binary_ops;
 utStringintcoTable vorEvaluator::s_prefix_ops;
 utStringintcoTable vorEvaluator::s_postfix_ops;
 utStringutStringcoTable vorEvaluator::s_equiv_alpha_ops;
+
+namespace {
+
+// Derived from the tables once, so that most tokens need no table lookup:
+// names longer than every word operator are plain names, and only the
+// characters that begin a two-character operator need a two-character probe.
+std::size_t g_longest_word = 0;
+std::string g_pair_starts;
+
+bool is_word(const utString& text) {
+    for (char c : text.view())
+        if (!((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z')))
+            return false;
+    return true;
+}
+
+void derive_shortcuts(const utStringintcoTable& table) {
+    for (const auto& entry : table) {
+        const utString& op = entry.first;
+        if (is_word(op))
+            g_longest_word = std::max(g_longest_word, op.size());
+        else if (op.size() == 2 && g_pair_starts.find(op[0]) == std::string::npos)
+            g_pair_starts += op[0];
+    }
+}
+
+} // namespace
 
 void vorEvaluator::init_tables() {
     if (!s_binary_ops.empty())
@@ -38,6 +68,10 @@ void vorEvaluator::init_tables() {
         {"NE", "!="}, {"GT", ">"}, {"LT", "<"},    {"GE", ">="}, {"LE", "<="}};
     for (const auto& [word, op] : words)
         s_equiv_alpha_ops.set(word, op);
+    for (const utStringintcoTable* table : {&s_binary_ops, &s_prefix_ops, &s_postfix_ops})
+        derive_shortcuts(*table);
+    for (const auto& entry : s_equiv_alpha_ops)
+        g_longest_word = std::max(g_longest_word, entry.first.size());
 }
 
 void vorEvaluator::next_token(vorCharTypes& types, int expect_operand) {
@@ -164,15 +198,17 @@ void vorEvaluator::scan_name(vorCharTypes& types, int expect_operand) {
     m_token = utString(vorMultiByteToWideChar::convert_back(
         std::u32string_view(m_wide_expr).substr(start, i - start)));
 
-    if (const utString* symbol = s_equiv_alpha_ops.find(vorupcase(m_token.view()))) {
-        m_token = *symbol;
-        m_token_kind = TOKEN_OPERATOR;
-        return;
-    }
-    const utStringintcoTable& unary = expect_operand ? s_prefix_ops : s_postfix_ops;
-    if (s_binary_ops.contains(m_token) || unary.contains(m_token)) {
-        m_token_kind = TOKEN_OPERATOR;
-        return;
+    if (m_token.size() <= g_longest_word) {
+        if (const utString* symbol = s_equiv_alpha_ops.find(vorupcase(m_token.view()))) {
+            m_token = *symbol;
+            m_token_kind = TOKEN_OPERATOR;
+            return;
+        }
+        const utStringintcoTable& unary = expect_operand ? s_prefix_ops : s_postfix_ops;
+        if (s_binary_ops.contains(m_token) || unary.contains(m_token)) {
+            m_token_kind = TOKEN_OPERATOR;
+            return;
+        }
     }
     while (static_cast<std::size_t>(m_pos) < m_wide_expr.size() &&
            types.isspace(static_cast<std::size_t>(m_pos)))
@@ -211,8 +247,12 @@ void vorEvaluator::scan_string() {
 bool vorEvaluator::scan_symbol(int expect_operand) {
     const utStringintcoTable& unary = expect_operand ? s_prefix_ops : s_postfix_ops;
     const std::size_t pos = static_cast<std::size_t>(m_pos);
+    const char32_t first = m_wide_expr[pos];
+    if (first >= 0x80) // every operator is ASCII
+        return false;
+    const bool pair = g_pair_starts.find(static_cast<char>(first)) != std::string::npos;
     for (std::size_t width : {std::size_t(2), std::size_t(1)}) {
-        if (pos + width > m_wide_expr.size())
+        if ((width == 2 && !pair) || pos + width > m_wide_expr.size())
             continue;
         utString text(vorMultiByteToWideChar::convert_back(
             std::u32string_view(m_wide_expr).substr(pos, width)));

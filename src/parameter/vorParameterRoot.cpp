@@ -6,7 +6,7 @@
 #include "vorparameter/expression/vorParameterString.h"
 #include "vorparameter/platform/vorStringUtils.h"
 
-#include <unordered_map>
+#include <utility>
 
 UT_DEFINE_TYPE(vorParameterRoot, vorParameterMap)
 
@@ -39,10 +39,14 @@ vorRefToObjectId vorParameterRoot::get_lock_id_imp(const vorParameter& node) con
 }
 
 const utString& vorParameterRoot::lookup_key_synonym(const utString& name) const {
-    static const std::unordered_map<utString, utString> synonyms = {
+    // Three entries: comparing is cheaper than hashing, and this runs for
+    // every lookup in a root.
+    static const std::pair<utString, utString> synonyms[] = {
         {"id", "ID"}, {"root_type", "RootType"}, {"name", "Name"}};
-    auto found = synonyms.find(name);
-    return found == synonyms.end() ? name : found->second;
+    for (const auto& [synonym, replacement] : synonyms)
+        if (name == synonym)
+            return replacement;
+    return name;
 }
 
 utString vorParameterRoot::translate_key(const utString& text) const {
