@@ -406,15 +406,21 @@ void vorParameter::update_active() const {
     if (evaluator.has_function_param())
         m_active_known = 0;
 
+    // The lists refer without owning, so that two nodes whose expressions read
+    // each other cannot keep each other alive; a node that only the evaluator
+    // held (a temporary of the expression) is gone and is no dependency.
+    vorParameterPtrcoDList read;
+    for (const vorParameterPtr& p : evaluator.paramset())
+        if (!p.unique())
+            read.emplace_back(coPrfExtern(), p.get());
     vorParameterPtr self(coPrfExtern(), const_cast<vorParameter*>(this));
-    const vorParameterPtrcoDList& read = evaluator.paramset();
     for (const vorParameterPtr& p : read)
         if (!contains(m_dependencies, p.get()))
             p->add_callback(self);
     for (const vorParameterPtr& old : m_dependencies)
         if (!contains(read, old.get()))
             old->remove_callback(self);
-    m_dependencies = read;
+    m_dependencies = std::move(read);
 }
 
 void vorParameter::add_callback(vorParameterPtr dependant) const {
