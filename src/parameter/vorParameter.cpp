@@ -60,7 +60,7 @@ vorParameter::vorParameter(const vorParameter& other)
     , m_onread(other.m_onread)
     , m_mirror_mode_fn(other.m_mirror_mode_fn)
     , m_lock(other.m_lock)
-    , m_impl(other.m_impl)
+    , m_impl(other.get_impl())
     , m_parent(other.m_parent)
     , m_measure_mode(other.m_measure_mode)
     , m_active(other.m_active) {}
@@ -68,7 +68,7 @@ vorParameter::vorParameter(const vorParameter& other)
 vorParameter& vorParameter::operator=(const vorParameter& other) {
     if (this == &other)
         return *this;
-    m_impl = other.m_impl;
+    m_impl = other.get_impl();
     m_evaluating = 0;
     m_active_known = 0;
     m_measure_mode = other.m_measure_mode;
@@ -98,7 +98,18 @@ int vorParameter::get_precedence() const {
 }
 
 void vorParameter::set_onmodify_param_name(const utString& name) {
-    m_impl->onmodify_param_name = name;
+    write_record().onmodify_param_name = name;
+}
+
+const vorParameterImplPtr& vorParameter::get_impl() const {
+    if (!m_impl)
+        m_impl = vorParameterImplPtr();
+    return m_impl;
+}
+
+const vorParameterImpl& vorParameter::read_record() const {
+    static const vorParameterImpl empty;
+    return m_impl ? *m_impl : empty;
 }
 
 vorParameterOnModifyFn vorParameter::set_onmodify_callback(vorParameterOnModifyFn fn) {
@@ -316,7 +327,7 @@ void vorParameter::set_measure_mode(vorParameterMeasureMode mode) {
 vorParameterMirrorMode vorParameter::get_mirror_mode() const {
     if (m_mirror_mode_fn)
         return m_mirror_mode_fn(this);
-    return static_cast<vorParameterMirrorMode>(m_impl->mirror_mode);
+    return static_cast<vorParameterMirrorMode>(read_record().mirror_mode);
 }
 
 void vorParameter::set_impl(vorParameterImplPtr impl) {
@@ -356,7 +367,7 @@ vorRefToObjectId vorParameter::get_lock_id() const {
 }
 
 void vorParameter::set_active(const utString& expr) {
-    m_impl->active_expr = vorEvaluator::localize(expr);
+    write_record().active_expr = vorEvaluator::localize(expr);
     invalidate_active();
 }
 

@@ -173,18 +173,19 @@ public:
     virtual vorRefToObjectId get_lock_id_imp(const vorParameter& node) const;
 
     // Descriptive record (shared by copies of the node).
-    const utString& get_name() const { return m_impl->name; }
-    void set_name(const utString& name) { m_impl->name = name; }
-    const utString& get_label() const { return m_impl->label; }
-    void set_label(const utString& label) { m_impl->label = label; }
-    const utString& get_desc() const { return m_impl->desc; }
-    void set_desc(const utString& desc) { m_impl->desc = desc; }
-    const utString& get_group_name() const { return m_impl->group_name; }
-    void set_group_name(const utString& group) { m_impl->group_name = group; }
-    const utString& get_active_expr() const { return m_impl->active_expr; }
+    const utString& get_name() const { return read_record().name; }
+    void set_name(const utString& name) { write_record().name = name; }
+    const utString& get_label() const { return read_record().label; }
+    void set_label(const utString& label) { write_record().label = label; }
+    const utString& get_desc() const { return read_record().desc; }
+    void set_desc(const utString& desc) { write_record().desc = desc; }
+    const utString& get_group_name() const { return read_record().group_name; }
+    void set_group_name(const utString& group) { write_record().group_name = group; }
+    const utString& get_active_expr() const { return read_record().active_expr; }
     /// Stores the (localized) active expression and marks the state unknown.
     void set_active(const utString& expr);
-    const vorParameterImplPtr& get_impl() const { return m_impl; }
+    /// The shared record (made now if the node had none yet).
+    const vorParameterImplPtr& get_impl() const;
     /// Replaces the record and marks the active state unknown.
     void set_impl(vorParameterImplPtr impl);
 
@@ -209,7 +210,7 @@ public:
     /// Stored only on real and angle numbers; a zero mode is ignored.
     void set_measure_mode(vorParameterMeasureMode mode);
     vorParameterMirrorMode get_mirror_mode() const;
-    void set_mirror_mode(vorParameterMirrorMode mode) { m_impl->mirror_mode = mode; }
+    void set_mirror_mode(vorParameterMirrorMode mode) { write_record().mirror_mode = mode; }
     vorParameterMirrorModeFn set_mirror_mode_callback(vorParameterMirrorModeFn fn);
 
     // Structure, callbacks, active state and locking.
@@ -252,13 +253,18 @@ protected:
 private:
     friend class vorParameterPtr;
     void update_active() const;
+    // The record is made on first need: most nodes an expression creates
+    // (numbers, results) are never named, and reading an absent record reads
+    // the empty one. A copy makes it first, so that both share it.
+    const vorParameterImpl& read_record() const;
+    vorParameterImpl& write_record() const { return *get_impl(); }
 
     mutable std::atomic<int> m_refs{0};
     vorParameterOnModifyFn m_onmodify = nullptr;
     vorParameterOnReadFn m_onread = nullptr;
     vorParameterMirrorModeFn m_mirror_mode_fn = nullptr;
     int m_lock = 0;
-    vorParameterImplPtr m_impl;
+    mutable vorParameterImplPtr m_impl{nullptr};
     vorParameter* m_parent = nullptr;
     mutable int m_evaluating = 0;
     mutable int m_active_known = 0;

@@ -13,6 +13,7 @@
 #include "vorparameter/platform/coContainers.h"
 #include "vorparameter/platform/utString.h"
 
+#include <cstddef>
 #include <memory>
 
 struct vorParameterImpl {
@@ -35,6 +36,8 @@ public:
     /// A fresh record with every text empty.
     vorParameterImplPtr()
         : m_impl(std::make_shared<vorParameterImpl>()) {}
+    /// No record yet.
+    explicit vorParameterImplPtr(std::nullptr_t) {}
     /// Wraps a record owned elsewhere; it is never deleted through this handle.
     vorParameterImplPtr(coPrfExtern, vorParameterImpl* impl)
         : m_impl(impl, [](vorParameterImpl*) {}) {}
@@ -48,6 +51,7 @@ public:
     vorParameterImpl* operator->() const { return m_impl.get(); }
     vorParameterImpl& operator*() const { return *m_impl; }
     bool unique() const { return m_impl.use_count() == 1; }
+    explicit operator bool() const { return m_impl != nullptr; }
 
 private:
     std::shared_ptr<vorParameterImpl> m_impl;
