@@ -11,6 +11,11 @@ TEST(Key, ParsesNamesIndicesAndMalformedTexts) {
     for (const char* malformed : {"", "   ", ".x", "a b", "[3x]", "[3"})
         EXPECT_EQ(vorParameterKey(malformed).type(), TYPE_ERROR) << malformed;
     EXPECT_EQ(vorParameterKey("a b").first(), "a");
+    // The parsing rules skip one "." after a name and keep what follows as the
+    // remainder, so these are name keys, not malformed ones.
+    EXPECT_EQ(vorParameterKey("a.").type(), TYPE_MAP);
+    EXPECT_EQ(vorParameterKey("a..b").type(), TYPE_MAP);
+    EXPECT_EQ(vorParameterKey("a..b").remainder_str(), ".b");
     EXPECT_EQ(vorParameterKey("[3x]").first(), "[3x]");
 
     vorParameterKey spaced("[ 3 ]");
