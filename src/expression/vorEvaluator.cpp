@@ -23,7 +23,7 @@
 #include "vorparameter/platform/nlsUtils.h"
 #include "vorparameter/platform/vorStringUtils.h"
 
-#include <algorithm>
+#include <iterator>
 #include <vector>
 
 //===----------------------------------------------------------------------===//
@@ -86,6 +86,7 @@ void vorEvaluator::begin(const utString& text) {
     m_expr = text;
     set_wide_expr();
     m_paramset.clear();
+    m_paramset_members.clear();
     m_arg_stack.clear();
     m_pos = 0;
     m_token_kind = TOKEN_END;
@@ -147,10 +148,7 @@ void vorEvaluator::record_param(const vorParameterPtr& p) {
         m_has_function_param = true;
         return;
     }
-    if (p->get_name().empty())
-        return;
-    auto same = [&p](const vorParameterPtr& q) { return q.get() == p.get(); };
-    if (std::none_of(m_paramset.begin(), m_paramset.end(), same))
+    if (!p->get_name().empty() && m_paramset_members.insert(p.get()).second)
         m_paramset.push_back(p);
 }
 

@@ -2,6 +2,7 @@
 
 #include "vorparameter/parameter/vorParameter.h"
 
+#include "vorparameter/containers/vorParameterArray.h"
 #include "vorparameter/expression/vorEvaluator.h"
 #include "vorparameter/expression/vorParameterError.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
@@ -277,10 +278,11 @@ utString key_in_parent(const vorParameter& parent, const vorParameter& node) {
                 return vorParameterKey(name).str();
         return utString();
     }
-    if (parent.type() == TYPE_ARRAY) {
-        for (int i = 0, n = parent.size(); i < n; ++i)
-            if (parent[vorParameterKey(i, utString())].get() == &node)
-                return vorParameterKey(i, utString()).str();
+    if (const vorParameterArray* array = vorParameterArray::ut_dynamic_cast(&parent)) {
+        const vorParameterPtrcoDList& elements = array->elements();
+        for (std::size_t i = 0; i < elements.size(); ++i)
+            if (elements[i].get() == &node)
+                return vorParameterKey(static_cast<int>(i), utString()).str();
     }
     return utString();
 }

@@ -167,12 +167,11 @@ vorParameterPtr vorParameterMap::remove(const vorParameterKey& key) {
     if (!member)
         return vorParameterError::create(ERR_INVALID_NAME);
     vorParameterPtr removed = *member;
-    utString name = removed->get_name();
-    for (const auto& [exact, value] : m_members)
-        if (value.get() == removed.get()) {
-            name = exact;
-            break;
-        }
+    // The member's exact name: the key's own, or the one the lower-case index
+    // gave find_member.
+    const utString name = m_members.contains(key.first())
+                              ? key.first()
+                              : m_lower_index.find(key.impl().first_lower())->second;
     unlink_par(removed);
     m_members.erase(name);
     m_lower_index.erase(vordowncase(name.view()));

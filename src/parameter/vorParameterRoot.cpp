@@ -72,8 +72,16 @@ utString vorParameterRoot::translate_key(const utString& text) const {
 
 vorParameterPtr vorParameterRoot::lookup_translated(const vorParameterKey& key,
                                                     bool as_const) const {
-    utString translated = translate_key(key.str());
-    vorParameterKey k = translated == key.str() ? key : vorParameterKey(translated);
+    // Most paths have no brackets: their synonym is found without a copy.
+    const utString& text = key.str();
+    vorParameterKey k = key;
+    if (!text.contains("[")) {
+        const utString& synonym = lookup_key_synonym(text);
+        if (&synonym != &text)
+            k = vorParameterKey(synonym);
+    } else if (utString translated = translate_key(text); translated != text) {
+        k = vorParameterKey(translated);
+    }
     vorParameterPtr found = lookup(k, as_const);
     if (found->is_ref() || !found->is_error())
         return found;

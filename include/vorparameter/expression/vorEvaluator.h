@@ -34,6 +34,7 @@
 #include "vorparameter/parameter/vorParameter.h"
 #include "vorparameter/platform/vorCharTypes.h"
 
+#include <unordered_set>
 #include <vector>
 
 /// The kind of a vorEvalFunction guard: type 0 makes name lookups answer
@@ -162,6 +163,8 @@ private:
     bool m_translating = false;
     vorParameterPtrcoStack m_arg_stack;
     vorParameterPtrcoDList m_paramset;
+    /// The nodes of m_paramset, so that recording one is O(1).
+    std::unordered_set<const vorParameter*> m_paramset_members;
     bool m_has_function_param = false;
 };
 
