@@ -2,6 +2,7 @@
 
 #include "vorparameter/containers/vorParameterArray.h"
 
+#include "parameter/vorTreeDepth.h"
 #include "vorparameter/expression/vorParameterError.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
 
@@ -36,8 +37,25 @@ int clamp_indent(int indent) {
 
 vorParameterArray::vorParameterArray(const vorParameterArray& other)
     : vorParameter(other)
+    , m_elements(other.m_elements)
     , m_holding(other.m_holding) {
-    m_elements = copies_of(other);
+    // An owning array shares the elements for a moment; they are then cloned
+    // without recursion.
+    if (m_holding == OWNS_ELEMENTS)
+        clone_members_of(*this);
+}
+
+void vorParameterArray::clone_members() {
+    for (vorParameterPtr& element : m_elements) {
+        element = element.copy();
+        if (!element->is_error())
+            link_par(element);
+    }
+}
+
+void vorParameterArray::release_members() {
+    release(m_elements);
+    m_elements.clear();
 }
 
 vorParameterArray& vorParameterArray::operator=(const vorParameterArray& other) {
@@ -256,6 +274,9 @@ void vorParameterArray::reset() {
 }
 
 bool vorParameterArray::is_valid() const {
+    vorTreeDepth depth;
+    if (depth.too_deep())
+        return false;
     for (const vorParameterPtr& element : m_elements)
         if (element->is_active() && !element->is_valid())
             return false;
@@ -266,7 +287,8 @@ bool vorParameterArray::is_equal(const vorParameter& other) const {
     const vorParameterArray* rhs = ut_dynamic_cast(other.get_ref());
     if (rhs == this)
         return true;
-    if (!rhs || rhs->size() != size())
+    vorTreeDepth depth;
+    if (!rhs || rhs->size() != size() || depth.too_deep())
         return false;
     for (std::size_t i = 0; i < m_elements.size(); ++i)
         if (*m_elements[i] != *rhs->m_elements[i])
@@ -279,6 +301,9 @@ utString vorParameterArray::print(int indent) const {
     if (!is_valid())
         out += " !";
     out += ") \n";
+    vorTreeDepth level;
+    if (level.too_deep())
+        return out + vorTreeDepth::too_deep_mark;
     const int depth = clamp_indent(indent) + 1;
     for (std::size_t i = 0; i < m_elements.size(); ++i) {
         if (!m_elements[i]->is_active())

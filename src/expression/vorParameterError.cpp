@@ -15,14 +15,28 @@ const char* const kMessages[] = {
 
 } // namespace
 
+namespace {
+
+/// One shared error per kind, plus one for every kind above 9, which carries
+/// kind 0. They are made together on first request (thread-safe) and never
+/// released, so that a handle may refer to one without owning it at any time,
+/// even while other statics are being destroyed.
+struct SharedErrors {
+    static constexpr unsigned slots = ERR_INVALID_DATA + 2;
+    vorParameterPtr instances[slots];
+};
+
+} // namespace
+
 vorParameterPtr vorParameterError::create(unsigned kind) {
-    // One shared instance per kind, plus one for every kind above 9, which
-    // carries kind 0. Created on first request, released at unload.
-    static vorParameterPtr instances[ERR_INVALID_DATA + 2];
-    unsigned slot = valid_subtype(kind) ? kind : ERR_INVALID_DATA + 1;
-    if (instances[slot].is_null())
-        instances[slot] = vorParameterPtr(new vorParameterError(valid_subtype(kind) ? kind : 0));
-    return instances[slot];
+    static const SharedErrors* const shared = [] {
+        auto* errors = new SharedErrors(); // lives until the process ends
+        for (unsigned slot = 0; slot < SharedErrors::slots; ++slot)
+            errors->instances[slot] =
+                vorParameterPtr(new vorParameterError(valid_subtype(slot) ? slot : 0));
+        return errors;
+    }();
+    return shared->instances[valid_subtype(kind) ? kind : SharedErrors::slots - 1];
 }
 
 const char* vorParameterError::message(unsigned kind) {

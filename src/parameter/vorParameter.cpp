@@ -2,7 +2,12 @@
 
 #include "vorparameter/parameter/vorParameter.h"
 
+#include "parameter/vorTreeDepth.h"
 #include "vorparameter/containers/vorParameterArray.h"
+#include "vorparameter/containers/vorParameterList.h"
+#include "vorparameter/containers/vorParameterSharedList.h"
+#include "vorparameter/containers/vorParameterTempArray.h"
+#include "vorparameter/containers/vorParameterVector.h"
 #include "vorparameter/expression/vorEvaluator.h"
 #include "vorparameter/expression/vorParameterError.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
@@ -13,31 +18,95 @@
 #include "vorparameter/parameter/vorParameterUpdateTrack.h"
 
 #include <algorithm>
+#include <iterator>
+#include <vector>
 
 //===----------------------------------------------------------------------===//
 // The handle
 //===----------------------------------------------------------------------===//
 
 void vorParameterPtr::replace_empty() const {
-    vorParameterPtr error = vorParameterError::create(ERR_UNKNOWN);
-    const_cast<vorParameterPtr*>(this)->swap(error);
+    // The shared error outlives every handle, so the handle may refer to it
+    // without owning it; threads racing here all store the same node.
+    vorParameter* error = vorParameterError::create(ERR_UNKNOWN).get();
+    vorParameter* expected = nullptr;
+    m_node.compare_exchange_strong(expected, error, std::memory_order_acq_rel);
 }
 
 vorParameter* vorParameterPtr::par() const {
     check();
-    return m_node->get_ref();
+    return node()->get_ref();
 }
 
 vorParameterPtr vorParameterPtr::operator[](const vorParameterKey& key) const {
     check();
-    return (*m_node)[key];
+    return (*node())[key];
 }
 
 vorParameterPtr vorParameterPtr::copy() const {
     check();
-    vorParameterPtr clone(m_node->create_new());
+    vorParameterPtr clone(node()->create_new());
     clone->m_parent = nullptr;
     return clone;
+}
+
+thread_local int vorTreeDepth::s_depth = 0;
+
+namespace {
+
+/// The nodes whose deletion is pending while a deletion is under way on this
+/// thread; null when none is. A raw pointer, so that it stays usable while
+/// the thread's other objects are destroyed.
+thread_local std::vector<vorParameter*>* t_pending_deletes = nullptr;
+
+} // namespace
+
+void vorParameterPtr::destroy(vorParameter* node) {
+    // Deleting a container releases its members, whose deletion releases
+    // theirs: a recursion as deep as the tree. Instead the first deletion
+    // drains a work list, and every node released meanwhile joins it.
+    if (t_pending_deletes) {
+        t_pending_deletes->push_back(node);
+        return;
+    }
+    if (node->size() == 0) {
+        delete node;
+        return;
+    }
+    std::vector<vorParameter*> pending{node};
+    t_pending_deletes = &pending;
+    while (!pending.empty()) {
+        vorParameter* next = pending.back();
+        pending.pop_back();
+        next->release_members();
+        delete next;
+    }
+    t_pending_deletes = nullptr;
+}
+
+namespace {
+
+/// The copies whose members still wait to be cloned while a copy is under way
+/// on this thread; null when none is.
+thread_local std::vector<vorParameter*>* t_pending_clones = nullptr;
+
+} // namespace
+
+void vorParameter::clone_members_of(vorParameter& copy) {
+    // Cloning a member that is a container clones its members in turn: the
+    // first copy drains a work list instead of recursing as deep as the tree.
+    if (t_pending_clones) {
+        t_pending_clones->push_back(&copy);
+        return;
+    }
+    std::vector<vorParameter*> pending{&copy};
+    t_pending_clones = &pending;
+    while (!pending.empty()) {
+        vorParameter* next = pending.back();
+        pending.pop_back();
+        next->clone_members();
+    }
+    t_pending_clones = nullptr;
 }
 
 bool operator==(const vorParameterPtr& a, const vorParameterPtr& b) {
@@ -56,6 +125,14 @@ const utTypeID& vorParameter::ut_static_type() {
     return id;
 }
 
+namespace {
+
+/// How many nodes of the process have their lock flag set. While there are
+/// none, is_locked() answers without walking up the tree.
+std::atomic<long> s_locked_nodes{0};
+
+} // namespace
+
 vorParameter::vorParameter(const vorParameter& other)
     : m_onmodify(other.m_onmodify)
     , m_onread(other.m_onread)
@@ -64,7 +141,10 @@ vorParameter::vorParameter(const vorParameter& other)
     , m_impl(other.get_impl())
     , m_parent(other.m_parent)
     , m_measure_mode(other.m_measure_mode)
-    , m_active(other.m_active) {}
+    , m_active(other.m_active) {
+    if (m_lock)
+        s_locked_nodes.fetch_add(1, std::memory_order_relaxed);
+}
 
 vorParameter& vorParameter::operator=(const vorParameter& other) {
     if (this == &other)
@@ -81,8 +161,16 @@ vorParameter& vorParameter::operator=(const vorParameter& other) {
 }
 
 vorParameter::~vorParameter() {
+    lock(0);
     vorParameterUpdateTrack::untrack_parameter(this);
     teardown_callbacks();
+}
+
+void vorParameter::lock(int on) {
+    const int flag = on ? 1 : 0;
+    if (flag != m_lock)
+        s_locked_nodes.fetch_add(flag ? 1 : -1, std::memory_order_relaxed);
+    m_lock = flag;
 }
 
 //===----------------------------------------------------------------------===//
@@ -94,8 +182,32 @@ const utString& vorParameter::get_typename() const {
     return invalid_typename;
 }
 
+namespace {
+
+/// True when `node` keeps the base class's get_precedence(): it is one of
+/// the library's own containers (the only nodes that are parents), all of
+/// which inherit precedence but the root. A host's class, with a type of its
+/// own (UT_DECLARE_TYPE), may decide its own precedence and is asked.
+bool inherits_precedence(const vorParameter& node) {
+    static const utTypeID* const inheriting[] = {
+        &vorParameterMap::ut_static_type(),     &vorParameterArray::ut_static_type(),
+        &vorParameterList::ut_static_type(),    &vorParameterSharedList::ut_static_type(),
+        &vorParameterVector::ut_static_type(),  &vorParameterTempArray::ut_static_type(),
+        &vorParameterNumeric::ut_static_type(), &vorParameterString::ut_static_type(),
+        &vorParameterError::ut_static_type()};
+    const utTypeID* type = &node.ut_dynamic_type();
+    return std::find(std::begin(inheriting), std::end(inheriting), type) != std::end(inheriting);
+}
+
+} // namespace
+
 int vorParameter::get_precedence() const {
-    return m_parent ? m_parent->get_precedence() : 0;
+    // Iterative, so that the depth of the tree does not matter: the nodes
+    // that only inherit their precedence are passed over.
+    for (const vorParameter* up = m_parent; up; up = up->m_parent)
+        if (!inherits_precedence(*up))
+            return up->get_precedence();
+    return 0;
 }
 
 void vorParameter::set_onmodify_param_name(const utString& name) {
@@ -244,18 +356,34 @@ vorParameterPtr vorParameter::evaluate() const {
 
 namespace {
 
+/// The enclosing node in which a name not found in `node` is searched next:
+/// the first ancestor of no higher precedence. A node that inherits its
+/// precedence has its parent's, so the parent always qualifies.
 template <class Node>
-vorParameterPtr resolve_in(Node& node, const vorParameterKey& key) {
+Node* enclosing_scope(Node& node) {
+    if (inherits_precedence(node))
+        return node.parent();
+    const int precedence = node.get_precedence();
+    for (Node* up = node.parent(); up; up = up->parent())
+        if (up->get_precedence() <= precedence)
+            return up;
+    return nullptr;
+}
+
+template <class Node>
+vorParameterPtr resolve_in(Node& start, const vorParameterKey& key) {
     if (key.type() == TYPE_ERROR)
         return vorParameterError::create(ERR_SYNTAX);
-    vorParameterPtr found = node[key];
-    if (!found->is_error() || found->is_ref() || !node.parent())
-        return found;
-    const int precedence = node.get_precedence();
-    for (auto* up = node.parent(); up; up = up->parent())
-        if (up->get_precedence() <= precedence)
-            return up->resolve(key);
-    return found;
+    // Iterative, so that a name can be searched up a tree of any depth.
+    for (Node* node = &start;;) {
+        vorParameterPtr found = (*node)[key];
+        if (!found->is_error() || found->is_ref() || !node->parent())
+            return found;
+        Node* up = enclosing_scope(*node);
+        if (!up)
+            return found;
+        node = up;
+    }
 }
 
 } // namespace
@@ -290,29 +418,65 @@ utString key_in_parent(const vorParameter& parent, const vorParameter& node) {
 } // namespace
 
 utString vorParameter::get_name(const vorParameter& node, int full) {
-    const bool is_root = vorParameterRoot::ut_dynamic_cast(&node) != nullptr;
-    utString name = node.get_name();
-    if (name.empty() && is_root)
-        name = static_cast<const vorParameterRoot&>(node).get_root_type();
-    const vorParameter* parent = node.parent();
-    if (!name.empty()) {
-        if (!full || !parent || is_root)
-            return name;
-        utString path = get_name(*parent, full);
-        if (!path.empty())
-            path += '.';
-        return path + name.view();
+    // Each level up gives one piece: a name (joined with "."), or for a
+    // nameless member its key in the parent ("[2]"). Iterative, so that the
+    // depth of the tree does not matter; the pieces are joined top first.
+    struct Piece {
+        utString text;
+        bool dotted;
+    };
+    std::vector<Piece> pieces;
+    for (const vorParameter* level = &node; level;) {
+        const auto* root = vorParameterRoot::ut_dynamic_cast(level);
+        utString name = level->get_name();
+        if (name.empty() && root)
+            name = root->get_root_type();
+        const vorParameter* parent = level->parent();
+        if (!name.empty()) {
+            const bool last = !full || !parent || root;
+            pieces.push_back({std::move(name), !last});
+            level = last ? nullptr : parent;
+            continue;
+        }
+        if (!parent || (parent->type() != TYPE_MAP && parent->type() != TYPE_ARRAY))
+            break;
+        utString key = key_in_parent(*parent, *level);
+        if (key.empty())
+            break;
+        pieces.push_back({std::move(key), false});
+        level = full ? parent : nullptr;
     }
-    if (!parent || (parent->type() != TYPE_MAP && parent->type() != TYPE_ARRAY))
-        return utString();
-    utString key = key_in_parent(*parent, node);
-    if (key.empty())
-        return utString();
-    return full ? get_name(*parent, full) + key.view() : key;
+    utString path;
+    for (auto piece = pieces.rbegin(); piece != pieces.rend(); ++piece) {
+        if (piece->dotted && !path.empty())
+            path += '.';
+        path += piece->text;
+    }
+    return path;
 }
 
+namespace {
+
+/// True when `node` may be some node's parent: only maps and arrays are, and
+/// only while they hold a member.
+bool may_be_parent(const vorParameter* node) {
+    if (const auto* map = vorParameterMap::ut_dynamic_cast(node))
+        return map->size() > 0;
+    if (const auto* array = vorParameterArray::ut_dynamic_cast(node))
+        return array->size() > 0;
+    return false;
+}
+
+} // namespace
+
 bool vorParameter::is_descendent(const vorParameter* p) const {
-    for (const vorParameter* node = this; node; node = node->parent())
+    if (p == this)
+        return true;
+    // Adding a new member is the common case: it holds nothing, so it cannot
+    // be an ancestor, and the walk up a deep tree is spared.
+    if (!may_be_parent(p))
+        return false;
+    for (const vorParameter* node = m_parent; node; node = node->parent())
         if (node == p)
             return true;
     return false;
@@ -353,11 +517,12 @@ void vorParameter::unlink_par(vorParameterPtr child) {
 }
 
 bool vorParameter::is_locked() const {
-    if (vorParameterNoLock::no_lock())
+    if (vorParameterNoLock::no_lock() || s_locked_nodes.load(std::memory_order_relaxed) == 0)
         return false;
-    if (m_lock && is_active())
-        return true;
-    return m_parent ? m_parent->is_locked() : false;
+    for (const vorParameter* node = this; node; node = node->m_parent)
+        if (node->m_lock && node->is_active())
+            return true;
+    return false;
 }
 
 vorRefToObjectId vorParameter::get_lock_id_imp(const vorParameter& node) const {
@@ -374,8 +539,29 @@ void vorParameter::set_active(const utString& expr) {
 }
 
 bool vorParameter::is_active() const {
-    if (m_parent && !m_parent->is_active())
-        return false;
+    // Most states are known: then the answer is a walk up without evaluating.
+    bool all_known = true;
+    for (const vorParameter* node = this; node; node = node->m_parent) {
+        if (!node->m_active_known)
+            all_known = false;
+        else if (!node->m_active && all_known)
+            return false;
+    }
+    if (all_known)
+        return true;
+    // Otherwise the enclosing nodes are asked first, from the top down, so a
+    // node's own active expression is not evaluated while an enclosing node is
+    // inactive.
+    std::vector<const vorParameter*> chain;
+    for (const vorParameter* node = this; node; node = node->m_parent)
+        chain.push_back(node);
+    for (auto node = chain.rbegin(); node != chain.rend(); ++node)
+        if (!(*node)->own_active())
+            return false;
+    return true;
+}
+
+bool vorParameter::own_active() const {
     if (!m_active_known)
         update_active();
     return m_active != 0;

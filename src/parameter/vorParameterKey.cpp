@@ -5,12 +5,64 @@
 #include "vorparameter/platform/vorCharTypes.h"
 #include "vorparameter/platform/vorStringUtils.h"
 
+#include <algorithm>
 #include <climits>
 #include <unordered_map>
 
 namespace {
 
-using KeyCache = std::unordered_map<utString, vorParameterKeyImplPtr>;
+/// The process-wide table from name-key text to its parsed record.
+///
+/// It is bounded: when it holds more than max_entries texts or max_bytes of
+/// text, the entries that no key holds any more (the table's is the only
+/// reference) are dropped. A key alive anywhere keeps its entry, so keys made
+/// from the same text still share one record and compare equal; a dropped text
+/// is simply parsed again when next met. Synonyms are kept for good. The next
+/// sweep waits until the table has doubled past what survived, so sweeping
+/// costs amortised O(1) per insertion.
+class KeyCache {
+public:
+    static constexpr std::size_t max_entries = 1 << 16;
+    static constexpr std::size_t max_bytes = 16 << 20;
+
+    const vorParameterKeyImplPtr* find(const utString& text) const {
+        auto found = m_entries.find(text);
+        return found == m_entries.end() ? nullptr : &found->second.impl;
+    }
+
+    void insert(const utString& text, vorParameterKeyImplPtr impl, bool pinned = false) {
+        auto [entry, added] = m_entries.try_emplace(text);
+        if (added)
+            m_bytes += text.size();
+        entry->second = Entry{std::move(impl), pinned || entry->second.pinned};
+        if (m_entries.size() > m_entry_threshold || m_bytes > m_byte_threshold)
+            sweep();
+    }
+
+private:
+    struct Entry {
+        vorParameterKeyImplPtr impl;
+        bool pinned = false;
+    };
+
+    void sweep() {
+        for (auto entry = m_entries.begin(); entry != m_entries.end();) {
+            if (!entry->second.pinned && entry->second.impl.use_count() == 1) {
+                m_bytes -= entry->first.size();
+                entry = m_entries.erase(entry);
+            } else {
+                ++entry;
+            }
+        }
+        m_entry_threshold = std::max(max_entries, 2 * m_entries.size());
+        m_byte_threshold = std::max(max_bytes, 2 * m_bytes);
+    }
+
+    std::unordered_map<utString, Entry> m_entries;
+    std::size_t m_bytes = 0;
+    std::size_t m_entry_threshold = max_entries;
+    std::size_t m_byte_threshold = max_bytes;
+};
 
 KeyCache& key_cache() {
     static KeyCache* cache = new KeyCache(); // lives until the process ends
@@ -112,13 +164,12 @@ vorParameterKeyImplPtr vorParameterKeyImpl::get_impl(const utString& given) {
     }
 
     KeyCache& cache = key_cache();
-    auto found = cache.find(*text);
-    if (found != cache.end())
-        return found->second;
+    if (const vorParameterKeyImplPtr* found = cache.find(*text))
+        return *found;
 
     auto impl = std::make_shared<const vorParameterKeyImpl>(*text);
     if (impl->type() == TYPE_MAP && text->size() <= max_cached_length)
-        cache.emplace(*text, impl);
+        cache.insert(*text, impl);
     return impl;
 }
 
@@ -131,7 +182,7 @@ vorParameterKeyImplPtr vorParameterKeyImpl::get_index_impl(long long index) {
 
 void vorParameterKeyImpl::initialize_synonyms(const utStringutStringcoTable& table) {
     for (const auto& [synonym, replacement] : table)
-        key_cache()[synonym] = get_impl(replacement);
+        key_cache().insert(synonym, get_impl(replacement), true);
 }
 
 const utString& vorParameterKeyImpl::str() const {

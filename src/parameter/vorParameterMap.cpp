@@ -2,6 +2,7 @@
 
 #include "vorparameter/parameter/vorParameterMap.h"
 
+#include "parameter/vorTreeDepth.h"
 #include "vorparameter/containers/vorParameterList.h"
 #include "vorparameter/expression/vorEvaluator.h"
 #include "vorparameter/expression/vorParameterError.h"
@@ -19,13 +20,23 @@ vorParameterMap::vorParameterMap(const vorParameterMap& other)
     , m_copy_active_expr(other.m_copy_active_expr)
     , m_subtype(other.m_subtype)
     , m_typename(other.m_typename) {
-    m_members.reserve(other.m_members.size());
-    for (const auto& [name, member] : other.m_members) {
-        vorParameterPtr clone = member.copy();
-        link_par(clone);
-        m_members.set(name, clone);
-    }
+    // The members are shared for a moment, then cloned without recursion.
+    m_members = other.m_members;
     m_lower_index = other.m_lower_index;
+    clone_members_of(*this);
+}
+
+void vorParameterMap::clone_members() {
+    for (auto& member : m_members) {
+        member.second = member.second.copy();
+        link_par(member.second);
+    }
+}
+
+void vorParameterMap::release_members() {
+    vorParameterMap::unlink_all();
+    m_members.clear();
+    m_lower_index.clear();
 }
 
 vorParameterMap& vorParameterMap::operator=(const vorParameterMap& other) {
@@ -55,6 +66,9 @@ void vorParameterMap::reset() {
 }
 
 bool vorParameterMap::is_valid() const {
+    vorTreeDepth depth;
+    if (depth.too_deep())
+        return false;
     for (const auto& member : m_members)
         if (member.second->is_active() && !member.second->is_valid())
             return false;
@@ -73,6 +87,9 @@ utString vorParameterMap::print(int indent) const {
 }
 
 utString vorParameterMap::print_members(int indent) const {
+    vorTreeDepth depth;
+    if (depth.too_deep())
+        return vorTreeDepth::too_deep_mark;
     utString text;
     for (const auto& [name, member] : m_members) {
         text += std::string(static_cast<std::size_t>(std::max(indent, 0)), '\t');
@@ -195,7 +212,8 @@ bool vorParameterMap::is_equal(const vorParameter& other) const {
         return false;
     if (map == this)
         return true;
-    if (map->m_members.size() != m_members.size())
+    vorTreeDepth depth;
+    if (depth.too_deep() || map->m_members.size() != m_members.size())
         return false;
     for (const auto& [name, member] : m_members) {
         const vorParameterPtr* theirs = map->m_members.find(name);
@@ -207,15 +225,22 @@ bool vorParameterMap::is_equal(const vorParameter& other) const {
 
 namespace {
 
-void strip_active_expressions(vorParameter& node) {
-    node.set_impl(vorParameterImplPtr::clone_of(*node.get_impl()));
-    node.set_active(utString());
-    if (const vorParameterMap* map = vorParameterMap::ut_dynamic_cast(&node)) {
-        for (const auto& member : map->members())
-            strip_active_expressions(*member.second);
-    } else if (node.type() == TYPE_ARRAY && !node.is_ref()) {
-        for (int i = 0, n = node.size(); i < n; ++i)
-            strip_active_expressions(*node[vorParameterKey(i, utString())]);
+/// Gives `top` and every node below it a record of its own without an active
+/// expression. Iterative, so that the depth of the tree does not matter.
+void strip_active_expressions(vorParameter& top) {
+    std::vector<vorParameter*> pending{&top};
+    while (!pending.empty()) {
+        vorParameter& node = *pending.back();
+        pending.pop_back();
+        node.set_impl(vorParameterImplPtr::clone_of(*node.get_impl()));
+        node.set_active(utString());
+        if (const vorParameterMap* map = vorParameterMap::ut_dynamic_cast(&node)) {
+            for (const auto& member : map->members())
+                pending.push_back(member.second.get());
+        } else if (node.type() == TYPE_ARRAY && !node.is_ref()) {
+            for (int i = 0, n = node.size(); i < n; ++i)
+                pending.push_back(node[vorParameterKey(i, utString())].get());
+        }
     }
 }
 

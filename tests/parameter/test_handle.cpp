@@ -8,6 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+#include <vector>
+
 TEST(Handle, EmptyHandleBecomesTheUnknownErrorInPlace) {
     vorParameterPtr empty;
     EXPECT_TRUE(empty.is_null());
@@ -114,4 +118,24 @@ TEST(Base, DisplayNamesFollowThePath) {
 
     vorParameterPtr nameless(new vorParameterString("x"));
     EXPECT_EQ(vorParameter::get_name(*nameless, 1), "");
+}
+
+TEST(HandleThreads, SharedEmptyHandleIsReplacedOnceWithoutARace) {
+    // Four threads dereference one empty handle at the same time, each many
+    // fresh handles; all must see the one shared error (ThreadSanitizer
+    // checks that the replacement is race-free).
+    for (int round = 0; round < 200; ++round) {
+        const vorParameterPtr shared;
+        std::vector<std::thread> threads;
+        std::atomic<int> unknown{0};
+        for (int t = 0; t < 4; ++t)
+            threads.emplace_back([&] {
+                if (shared->subtype() == ERR_UNKNOWN && shared.copy()->is_error())
+                    ++unknown;
+            });
+        for (std::thread& thread : threads)
+            thread.join();
+        EXPECT_EQ(unknown.load(), 4);
+        EXPECT_EQ(shared.get(), vorParameterError::create(ERR_UNKNOWN).get());
+    }
 }

@@ -137,6 +137,8 @@ protected:
     /// for the element type of lists: neither it nor the elements cloned from
     /// it then point at a foreign parent.
     vorParameterPtr parented_clone(const vorParameterPtr& prototype);
+    void clone_members() override;
+    void release_members() override;
 
 private:
     /// The elements of `other` as this array holds them: clones parented to

@@ -38,8 +38,15 @@ class vorParameter;
 ///
 /// Dereferencing (->, *, check(), par(), copy()) never yields null: an empty
 /// handle is first assigned the shared error of kind ERR_UNKNOWN, in place,
-/// even through a const handle. Constness of a handle does not propagate to
-/// the node, as with std::shared_ptr.
+/// even through a const handle. That replacement is atomic and refers to the
+/// error without owning it (the shared errors live as long as the process),
+/// so several threads may dereference one shared empty handle at once.
+/// Constness of a handle does not propagate to the node, as with
+/// std::shared_ptr.
+///
+/// Releasing the last handle of a container releases its members without
+/// recursing on the machine stack, so a chain of any depth is freed in time
+/// linear in its size.
 class VOR_API vorParameterPtr {
 public:
     vorParameterPtr() = default;
@@ -58,16 +65,16 @@ public:
     /// True when this handle is the only owner of its node.
     bool unique() const;
     /// True when the handle holds no node (does not replace it by an error).
-    bool is_null() const { return m_node == nullptr; }
+    bool is_null() const { return node() == nullptr; }
     /// The node or null, without replacement.
-    vorParameter* get() const { return m_node; }
+    vorParameter* get() const { return node(); }
     bool is_owning() const { return m_owning; }
 
     vorParameter* operator->() const;
     vorParameter& operator*() const;
     /// Replaces an empty handle by the ERR_UNKNOWN error.
     void check() const {
-        if (!m_node)
+        if (!node())
             replace_empty();
     }
     /// The node's get_ref(): a reference's referent, otherwise the node itself.
@@ -79,16 +86,22 @@ public:
     /// from.
     vorParameterPtr copy() const;
     /// Hash of the node's address, so handles can key hash tables.
-    std::size_t co_hash() const { return std::hash<const void*>()(m_node); }
+    std::size_t co_hash() const { return std::hash<const void*>()(node()); }
 
     void reset();
     void swap(vorParameterPtr& other) noexcept;
 
 private:
     void replace_empty() const;
+    vorParameter* node() const { return m_node.load(std::memory_order_acquire); }
+    /// Deletes a node whose last owner let go (see vorParameter::destroy).
+    static void destroy(vorParameter* node);
 
-    mutable vorParameter* m_node = nullptr;
-    mutable bool m_owning = false;
+    // Atomic only for the in-place replacement of an empty handle, which may
+    // happen through a const handle shared by threads; every other change
+    // happens through a non-const handle that one thread owns.
+    mutable std::atomic<vorParameter*> m_node{nullptr};
+    bool m_owning = false;
 };
 
 /// True for the same node; two distinct nodes are equal only when both are
@@ -108,6 +121,12 @@ using vorParameterPtrcoStack = coStack<vorParameterPtr>;
 
 class VOR_API vorParameter {
 public:
+    /// The walks that descend into nested containers recursively (print,
+    /// is_valid, is_equal) go at most this many containers deep. Below that a
+    /// container prints as "(TOO DEEP)", is not valid and equals nothing but
+    /// itself. Releasing and copying have no such limit: they are iterative.
+    static constexpr int max_tree_depth = 1000;
+
     // Slots 0 and 1: class identity.
     virtual const utTypeID& ut_dynamic_type() const { return ut_static_type(); }
     virtual bool ut_is_kind_of(const utTypeID& id) const {
@@ -216,7 +235,7 @@ public:
     // Structure, callbacks, active state and locking.
     void link_par(vorParameterPtr child);
     void unlink_par(vorParameterPtr child);
-    void lock(int on) { m_lock = on ? 1 : 0; }
+    void lock(int on);
     vorRefToObjectId get_lock_id() const;
     void invalidate_active() const { m_active_known = 0; }
     void add_callback(vorParameterPtr dependant) const;
@@ -250,9 +269,20 @@ protected:
     void set_evaluating(bool on) const { m_evaluating = on ? 1 : 0; }
     void set_parent(vorParameter* parent) { m_parent = parent; }
 
+    /// Containers let go of (and unlink) every member here, just before the
+    /// node is deleted, so that releasing a deep tree never recurses.
+    virtual void release_members() {}
+    /// Containers replace every member by a clone here. A copy constructor
+    /// that shares its source's members calls clone_members_of(*this); the
+    /// members are then cloned level by level without recursion.
+    virtual void clone_members() {}
+    static void clone_members_of(vorParameter& copy);
+
 private:
     friend class vorParameterPtr;
     void update_active() const;
+    /// The node's own active state, made known first.
+    bool own_active() const;
     // The record is made on first need: most nodes an expression creates
     // (numbers, results) are never named, and reading an absent record reads
     // the empty one. A copy makes it first, so that both share it.
@@ -281,35 +311,38 @@ private:
 inline vorParameterPtr::vorParameterPtr(vorParameter* node)
     : m_node(node)
     , m_owning(node) {
-    if (m_node)
-        m_node->m_refs.fetch_add(1, std::memory_order_relaxed);
+    if (node)
+        node->m_refs.fetch_add(1, std::memory_order_relaxed);
 }
 
 inline vorParameterPtr::vorParameterPtr(const vorParameterPtr& other)
-    : m_node(other.m_node)
+    : m_node(other.node())
     , m_owning(other.m_owning) {
-    if (m_node && m_owning)
-        m_node->m_refs.fetch_add(1, std::memory_order_relaxed);
+    vorParameter* node = m_node.load(std::memory_order_relaxed);
+    if (node && m_owning)
+        node->m_refs.fetch_add(1, std::memory_order_relaxed);
 }
 
 inline vorParameterPtr::vorParameterPtr(vorParameterPtr&& other) noexcept
-    : m_node(other.m_node)
+    : m_node(other.m_node.load(std::memory_order_relaxed))
     , m_owning(other.m_owning) {
-    other.m_node = nullptr;
+    other.m_node.store(nullptr, std::memory_order_relaxed);
     other.m_owning = false;
 }
 
 inline void vorParameterPtr::reset() {
-    vorParameter* node = m_node;
+    vorParameter* node = m_node.load(std::memory_order_relaxed);
     bool owning = m_owning;
-    m_node = nullptr;
+    m_node.store(nullptr, std::memory_order_relaxed);
     m_owning = false;
     if (node && owning && node->m_refs.fetch_sub(1, std::memory_order_acq_rel) == 1)
-        delete node;
+        destroy(node);
 }
 
 inline void vorParameterPtr::swap(vorParameterPtr& other) noexcept {
-    std::swap(m_node, other.m_node);
+    vorParameter* mine = m_node.load(std::memory_order_relaxed);
+    m_node.store(other.m_node.load(std::memory_order_relaxed), std::memory_order_relaxed);
+    other.m_node.store(mine, std::memory_order_relaxed);
     std::swap(m_owning, other.m_owning);
 }
 
@@ -330,17 +363,18 @@ inline vorParameterPtr::~vorParameterPtr() {
 }
 
 inline bool vorParameterPtr::unique() const {
-    return m_node && m_owning && m_node->m_refs.load(std::memory_order_acquire) == 1;
+    vorParameter* node = this->node();
+    return node && m_owning && node->m_refs.load(std::memory_order_acquire) == 1;
 }
 
 inline vorParameter* vorParameterPtr::operator->() const {
     check();
-    return m_node;
+    return node();
 }
 
 inline vorParameter& vorParameterPtr::operator*() const {
     check();
-    return *m_node;
+    return *node();
 }
 
 #endif // VORPARAMETER_PARAMETER_VORPARAMETER_H

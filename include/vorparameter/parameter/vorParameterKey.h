@@ -13,7 +13,10 @@
 // dropped ("$tol" is "tol"), and a first component "current" is read as
 // "toolpath". Names longer than vorParameterKeyImpl::max_cached_length bytes
 // are parsed but not cached, so a flood of distinct huge names cannot grow the
-// cache without bound; two such keys are never equal. A text longer than
+// cache without bound; two such keys are never equal. The cache itself is
+// bounded: past 65 536 texts or 16 MiB of text it drops the entries that no
+// live key holds (keys alive keep sharing their record, so equality holds),
+// and a dropped text is parsed again when next met. Synonyms stay. A text longer than
 // max_path_length bytes, or with more than max_path_components separators
 // ("." or "["), is a malformed key whose first component is its beginning.
 //

@@ -71,6 +71,8 @@ public:
     const vorParameterPtr* find_member(const vorParameterKeyImpl& key) const;
 
 protected:
+    void clone_members() override;
+    void release_members() override;
     /// One line per member: tabs, name, ": " and the member's own print.
     utString print_members(int indent) const;
     vorParameterPtr lookup(const vorParameterKey& key, bool as_const) const;
