@@ -35,7 +35,9 @@
 #include "vorparameter/parameter/vorParameterGuards.h"
 #include "vorparameter/parameter/vorParameterKey.h"
 #include "vorparameter/parameter/vorParameterLoader.h"
+#include "vorparameter/parameter/vorParameterData.h"
 #include "vorparameter/parameter/vorParameterMap.h"
+#include "vorparameter/parameter/vorParameterRef.h"
 #include "vorparameter/parameter/vorParameterRoot.h"
 #include "vorparameter/parameter/vorParameterUpdateTrack.h"
 

@@ -33,6 +33,12 @@ void vorParameterPtr::replace_empty() const {
     m_node.compare_exchange_strong(expected, error, std::memory_order_acq_rel);
 }
 
+vorParameterPtr vorParameterPtr::share(vorParameter* node) {
+    if (node && node->m_refs.load(std::memory_order_acquire) > 0)
+        return vorParameterPtr(node);
+    return vorParameterPtr(coPrfExtern(), node);
+}
+
 vorParameter* vorParameterPtr::par() const {
     check();
     return node()->get_ref();

@@ -58,6 +58,10 @@ public:
         , m_owning(false) {}
     vorParameterPtr(const vorParameterPtr& other);
     vorParameterPtr(vorParameterPtr&& other) noexcept;
+    /// A handle to `node` that shares ownership when handles already own it,
+    /// and only refers to it otherwise (a node that lives on the stack, such
+    /// as a host's root). Null gives the empty handle.
+    static vorParameterPtr share(vorParameter* node);
     vorParameterPtr& operator=(const vorParameterPtr& other);
     vorParameterPtr& operator=(vorParameterPtr&& other) noexcept;
     ~vorParameterPtr();
