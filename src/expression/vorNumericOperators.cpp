@@ -46,9 +46,9 @@
 // <, == and > holds for any two numbers.
 //
 // Logic. "&", "|", "xor" and prefix "!" take truth values (is_bool_value:
-// SUB_NUMBER or SUB_BOOL holding a whole number; non-zero is true). They
-// short-circuit here as well: "0 & x" is false and "1 | x" true whatever x
-// is, which is also what the evaluator relies on when it skipped x.
+// SUB_NUMBER or SUB_BOOL holding a whole number; non-zero is true). Both
+// operands are tested, so "1 | x" with an integer or real x is a type error
+// whatever x holds; only the evaluator short-circuits, before it evaluates x.
 //
 // Errors made here:
 //   "/" or "%" by zero                                    ERR_DIVIDE_BY_ZERO
@@ -273,8 +273,6 @@ vorParameterPtr vorParameterNumeric::operate_binary(const utString& op,
         return failure;
     if (logical && !is_truth_value(*this, a))
         return error(ERR_TYPE);
-    if ((kind == OP_AND && a == 0.0) || (kind == OP_OR && a != 0.0))
-        return create_bool(kind == OP_OR);
 
     if (rhs->is_error())
         return rhs;

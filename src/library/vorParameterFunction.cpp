@@ -33,10 +33,14 @@ vorParameterPtr vorParameterFunction::operator[](const vorParameterKey& key) {
 }
 
 vorParameterPtr vorParameterFunction::lookup(const vorParameterKey& key) const {
-    if (key.type() != TYPE_MAP || key.first() != "argv" || m_argv.is_null())
+    if (key.type() != TYPE_MAP || key.first() != "argv")
         return vorParameterError::create(ERR_INVALID_NAME);
+    // Plain "argv" is the argument list itself: outside a call the empty
+    // handle, which reads as the Unknown error.
     if (key.remainder_str().empty())
         return m_argv;
+    if (m_argv.is_null())
+        return vorParameterError::create(ERR_INVALID_NAME);
     return m_argv[key.remainder()];
 }
 

@@ -31,10 +31,9 @@ bool vorParameterData::is_equal(const vorParameter& other) const {
 }
 
 vorParameterPtr vorParameterData::get_data_par() const {
-    const utString call =
-        m_id.is_valid()
-            ? "entdata('" + m_id.get_uid().hex_string() + "','" + m_data_type.view() + "')"
-            : "vordata('" + m_data_type + "')";
+    const utString call = m_id.is_valid() ? "entdata('" + m_id.get_uid().hex_string() + "','" +
+                                                m_data_type.view() + "')"
+                                          : "vordata('" + m_data_type + "')";
     vorEvaluator evaluator(this);
     vorParameterPtr result = evaluator.evaluate(call);
     if (result->type() == TYPE_DATA)

@@ -188,11 +188,21 @@ TEST(Numeric, OperatorErrorsAreValues) {
         EXPECT_EQ(result->subtype(), c.kind) << c.text;
     }
     EXPECT_EQ(eval("(-8)^3")->get_double(), -512.0);
-    EXPECT_EQ(eval("0 & 0.5")->get_int(), 0); // decided by the left operand
+    EXPECT_EQ(eval("0 & 0.5")->get_int(), 0); // the evaluator skips the right side
     EXPECT_EQ(eval("1 | 0.5")->get_int(), 1);
     EXPECT_EQ(eval("2 xor 0")->get_int(), 1);
 
+    // The operator itself tests both operands: an integer or real right
+    // operand is no truth value, whatever it holds.
     vorParameterPtr one = number(SUB_NUMBER, 1);
+    vorParameterPtr zero = number(SUB_NUMBER, 0);
+    for (vorParameterSubType kind : {SUB_INT, SUB_REAL})
+        for (double value : {0.0, 1.0}) {
+            EXPECT_EQ(one->operate_binary("|", number(kind, value))->subtype(), ERR_TYPE);
+            EXPECT_EQ(zero->operate_binary("&", number(kind, value))->subtype(), ERR_TYPE);
+        }
+    EXPECT_EQ(one->operate_binary("|", number(SUB_BOOL, 0))->get_int(), 1);
+
     vorParameterPtr error = vorParameterError::create(ERR_INVALID_DATA);
     EXPECT_EQ(one->operate_binary("+", error), error);
     EXPECT_EQ(one->operate_prefix("~")->subtype(), ERR_TYPE);

@@ -23,7 +23,8 @@ TEST(UserFunction, BindsArgvForTheCallOnly) {
     EXPECT_EQ(f->print(0), "(FUNCTION) argv[0] + argv[1]\n");
     EXPECT_EQ(f->operate_binary("(", arguments({number(2), number(3)}))->get_double(), 5.0);
     EXPECT_TRUE(as_function(f).get_argv().is_null());
-    EXPECT_EQ((*f)["argv"]->subtype(), ERR_INVALID_NAME) << "no argv outside a call";
+    EXPECT_EQ((*f)["argv"]->subtype(), ERR_UNKNOWN) << "argv outside a call is the empty handle";
+    EXPECT_EQ((*f)["argv[0]"]->subtype(), ERR_INVALID_NAME);
 
     // Other names resolve from where the function stands; a failing body is
     // the result, and argv is cleared all the same.

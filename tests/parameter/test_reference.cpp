@@ -142,7 +142,8 @@ TEST(Reference, EntityDesignationsAndTheirTexts) {
     vorParameterLibRoot root("machining");
     root.add("probe", vorParameterPtr(new vorParameterFunction("argv[0] + '/' + argv[1]")));
     root.add("entity", vorParameterPtr(new vorParameterFunction("probe(argv[0]; argv[1])")));
-    vorParameterPtr quoted = root.add("quoted", vorParameterPtr(new vorParameterRef("curve:O'Neil")));
+    vorParameterPtr quoted =
+        root.add("quoted", vorParameterPtr(new vorParameterRef("curve:O'Neil")));
     EXPECT_EQ(quoted->get_string(), "curve/O'Neil") << "double quotes around a name with '";
     vorParameterPtr plain = root.add("plain", vorParameterPtr(new vorParameterRef("curve:c1")));
     EXPECT_EQ(plain->get_string(), "curve/c1");
