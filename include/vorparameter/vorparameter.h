@@ -37,9 +37,11 @@
 #include "vorparameter/parameter/vorParameterLoader.h"
 #include "vorparameter/parameter/vorParameterData.h"
 #include "vorparameter/parameter/vorParameterMap.h"
+#include "vorparameter/parameter/vorParameterProxy.h"
 #include "vorparameter/parameter/vorParameterRef.h"
 #include "vorparameter/parameter/vorParameterRoot.h"
 #include "vorparameter/parameter/vorParameterUpdateTrack.h"
+#include "vorparameter/parameter/vorQueryParameter.h"
 
 #include "vorparameter/expression/vorDimensions.h"
 #include "vorparameter/expression/vorEvaluator.h"

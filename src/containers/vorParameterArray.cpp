@@ -269,6 +269,9 @@ vorParameterPtr vorParameterArray::slice(int from, int to) const {
 //===----------------------------------------------------------------------===//
 
 void vorParameterArray::reset() {
+    vorTreeDepth depth;
+    if (depth.too_deep())
+        return;
     for (const vorParameterPtr& element : m_elements)
         element->reset();
 }

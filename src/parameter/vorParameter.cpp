@@ -190,19 +190,28 @@ const utString& vorParameter::get_typename() const {
 
 namespace {
 
-/// True when `node` keeps the base class's get_precedence(): it is one of
-/// the library's own containers (the only nodes that are parents), all of
-/// which inherit precedence but the root. A host's class, with a type of its
-/// own (UT_DECLARE_TYPE), may decide its own precedence and is asked.
-bool inherits_precedence(const vorParameter& node) {
-    static const utTypeID* const inheriting[] = {
+/// True when `node` is one of the library's own containers other than the
+/// root (or a value, which is never a parent): those keep the base class's
+/// answers for precedence and lock ids, which defer to the parent. A root
+/// and a host's class, with a type of its own (UT_DECLARE_TYPE), may answer
+/// for themselves and are asked.
+bool defers_to_parent(const vorParameter& node) {
+    static const utTypeID* const deferring[] = {
         &vorParameterMap::ut_static_type(),     &vorParameterArray::ut_static_type(),
         &vorParameterList::ut_static_type(),    &vorParameterSharedList::ut_static_type(),
         &vorParameterVector::ut_static_type(),  &vorParameterTempArray::ut_static_type(),
         &vorParameterNumeric::ut_static_type(), &vorParameterString::ut_static_type(),
         &vorParameterError::ut_static_type()};
     const utTypeID* type = &node.ut_dynamic_type();
-    return std::find(std::begin(inheriting), std::end(inheriting), type) != std::end(inheriting);
+    return std::find(std::begin(deferring), std::end(deferring), type) != std::end(deferring);
+}
+
+/// The nearest proper ancestor of `node` that answers for itself, or null.
+const vorParameter* first_answering_ancestor(const vorParameter& node) {
+    const vorParameter* up = node.parent();
+    while (up && defers_to_parent(*up))
+        up = up->parent();
+    return up;
 }
 
 } // namespace
@@ -210,10 +219,8 @@ bool inherits_precedence(const vorParameter& node) {
 int vorParameter::get_precedence() const {
     // Iterative, so that the depth of the tree does not matter: the nodes
     // that only inherit their precedence are passed over.
-    for (const vorParameter* up = m_parent; up; up = up->m_parent)
-        if (!inherits_precedence(*up))
-            return up->get_precedence();
-    return 0;
+    const vorParameter* up = first_answering_ancestor(*this);
+    return up ? up->get_precedence() : 0;
 }
 
 void vorParameter::set_onmodify_param_name(const utString& name) {
@@ -367,7 +374,7 @@ namespace {
 /// precedence has its parent's, so the parent always qualifies.
 template <class Node>
 Node* enclosing_scope(Node& node) {
-    if (inherits_precedence(node))
+    if (defers_to_parent(node))
         return node.parent();
     const int precedence = node.get_precedence();
     for (Node* up = node.parent(); up; up = up->parent())
@@ -532,7 +539,10 @@ bool vorParameter::is_locked() const {
 }
 
 vorRefToObjectId vorParameter::get_lock_id_imp(const vorParameter& node) const {
-    return m_parent ? m_parent->get_lock_id_imp(node) : vorRefToObjectId();
+    // The nearest enclosing root (or host class) decides: the root answers
+    // its own id for a locked node. Iterative, like get_precedence().
+    const vorParameter* up = first_answering_ancestor(*this);
+    return up ? up->get_lock_id_imp(node) : vorRefToObjectId();
 }
 
 vorRefToObjectId vorParameter::get_lock_id() const {

@@ -61,6 +61,9 @@ vorParameterMap::~vorParameterMap() {
 }
 
 void vorParameterMap::reset() {
+    vorTreeDepth depth;
+    if (depth.too_deep())
+        return;
     for (const auto& member : m_members)
         member.second->reset();
 }
@@ -76,8 +79,10 @@ bool vorParameterMap::is_valid() const {
 }
 
 vorParameterOnReadFn vorParameterMap::set_onread_callback(vorParameterOnReadFn fn) {
-    for (const auto& member : m_members)
-        member.second->set_onread_callback(fn);
+    vorTreeDepth depth;
+    if (!depth.too_deep())
+        for (const auto& member : m_members)
+            member.second->set_onread_callback(fn);
     return vorParameter::set_onread_callback(fn);
 }
 
@@ -102,7 +107,8 @@ utString vorParameterMap::print_members(int indent) const {
 
 void vorParameterMap::copy_value_from(const vorParameter& source) {
     const vorParameterMap* other = ut_dynamic_cast(&source);
-    if (!other || other == this)
+    vorTreeDepth depth;
+    if (!other || other == this || depth.too_deep())
         return;
     for (const auto& [name, member] : other->m_members)
         if (vorParameterPtr* mine = m_members.find(name))

@@ -126,9 +126,11 @@ using vorParameterPtrcoStack = coStack<vorParameterPtr>;
 class VOR_API vorParameter {
 public:
     /// The walks that descend into nested containers recursively (print,
-    /// is_valid, is_equal) go at most this many containers deep. Below that a
-    /// container prints as "(TOO DEEP)", is not valid and equals nothing but
-    /// itself. Releasing and copying have no such limit: they are iterative.
+    /// is_valid, is_equal, reset, copy_value_from, set_onread_callback) go at
+    /// most this many containers deep. Below that a container prints as
+    /// "(TOO DEEP)", is not valid, equals nothing but itself, and is left as
+    /// it is by the others. Releasing and copying have no such limit: they are
+    /// iterative.
     static constexpr int max_tree_depth = 1000;
 
     // Slots 0 and 1: class identity.
