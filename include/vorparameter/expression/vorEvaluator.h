@@ -28,7 +28,8 @@
 //     parameters), interpolation inside strings and enumerations, user
 //     function bodies and active conditions. Each such step holds one level
 //     (vorEvalLevel). The deepest path, at the limit, needs well under
-//     2 MiB of stack even in an unoptimised build with AddressSanitizer, so
+//     2 MiB of stack even in an unoptimised build with AddressSanitizer
+//     (about 0.6 MiB measured over chains of every kind), so
 //     the host's 8 MiB main-thread stack is never exhausted; a host that
 //     evaluates on a thread with a smaller stack must give it at least
 //     that much;
