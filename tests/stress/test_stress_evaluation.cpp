@@ -115,7 +115,7 @@ TEST_F(StressEvaluation, MixedChainsShareOneNestingBudget) {
 TEST_F(StressEvaluation, DoublingGraphsStopAtTheEvaluationBudget) {
     // Every level reads the one below twice: numbers, interpolated strings
     // and user functions. Level 40 would take 2^41 evaluations.
-    EvaluationBudget budget(20000);
+    EvaluationBudget budget(10000);
     root->add("n0", number("1"));
     root->add("s0", text("x"));
     root->add("f0", function("argv[0]"));
@@ -132,12 +132,12 @@ TEST_F(StressEvaluation, DoublingGraphsStopAtTheEvaluationBudget) {
     EXPECT_EQ(error_kind(root["s40"]->evaluate()), ERR_EXPRESSION);
     EXPECT_EQ(error_kind(vorEvaluator(root.get()).evaluate("f40(1)")), ERR_EXPRESSION);
 
-    // The budget belongs to one top-level read: 2^14 - 1 evaluations fit,
+    // The budget belongs to one top-level read: 2^13 - 1 evaluations fit,
     // and so they do again on the next read.
-    EXPECT_EQ(root["n13"]->get_double(), 8192);
-    EXPECT_EQ(root["n13"]->get_double(), 8192);
+    EXPECT_EQ(root["n12"]->get_double(), 4096);
+    EXPECT_EQ(root["n12"]->get_double(), 4096);
     EXPECT_EQ(root["s2"]->get_string(), "x x x x");
-    EXPECT_EQ(vorEvaluator(root.get()).evaluate("f13(1)")->get_double(), 8192);
+    EXPECT_EQ(vorEvaluator(root.get()).evaluate("f12(1)")->get_double(), 4096);
 }
 
 TEST_F(StressEvaluation, ActiveConditionsThatReadThemselvesOrChainsEnd) {
