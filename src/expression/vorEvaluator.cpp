@@ -39,17 +39,13 @@ std::vector<int>& saved_counters() {
     return stack;
 }
 
-// How deep evaluations are nested right now, across every evaluator.
+// The state of the read in progress, shared by every evaluator: how deep
+// evaluation is nested, how many expressions the read has evaluated, and
+// whether it has met a limit.
 int g_nesting = 0;
-
-class NestingGuard {
-public:
-    NestingGuard() { ++g_nesting; }
-    ~NestingGuard() { --g_nesting; }
-    NestingGuard(const NestingGuard&) = delete;
-    NestingGuard& operator=(const NestingGuard&) = delete;
-    bool exceeded() const { return g_nesting > vorEvaluator::max_nesting; }
-};
+long g_evaluations = 0;
+long g_max_evaluations = vorEvaluator::default_max_evaluations;
+bool g_limit_reached = false;
 
 } // namespace
 
@@ -69,6 +65,50 @@ vorEvalFunction::~vorEvalFunction() {
 bool vorEvalFunction::functions_only() {
     const std::vector<int>& saved = saved_counters();
     return !saved.empty() && g_function_counter > saved.back();
+}
+
+//===----------------------------------------------------------------------===//
+// Nesting and evaluation budgets
+//===----------------------------------------------------------------------===//
+
+vorEvalLevel::vorEvalLevel(vorEvalLevelKind kind) {
+    if (g_nesting == 0) {
+        g_evaluations = 0;
+        g_limit_reached = false;
+    }
+    ++g_nesting;
+    if (kind == EVAL_EXPRESSION)
+        ++g_evaluations;
+    // Once a limit is reached the read is lost: every further step is
+    // refused at once, so the rest of a doubling graph unwinds in time
+    // proportional to its depth.
+    m_refused = g_limit_reached || g_nesting > vorEvaluator::max_nesting ||
+                g_evaluations > g_max_evaluations;
+    g_limit_reached = m_refused;
+}
+
+vorEvalLevel::~vorEvalLevel() {
+    --g_nesting;
+}
+
+vorParameterPtr vorEvalLevel::settle(vorParameterPtr result) {
+    if (g_limit_reached)
+        return vorParameterError::create(ERR_EXPRESSION);
+    return result;
+}
+
+bool vorEvalLevel::limit_reached() {
+    return g_limit_reached;
+}
+
+long vorEvaluator::max_evaluations() {
+    return g_max_evaluations;
+}
+
+long vorEvaluator::set_max_evaluations(long budget) {
+    const long previous = g_max_evaluations;
+    g_max_evaluations = budget < 1 ? 1 : budget;
+    return previous;
 }
 
 //===----------------------------------------------------------------------===//
@@ -131,7 +171,7 @@ vorParameterPtr vorEvaluator::evaluate(const utString& text) {
         result = vorParameterError::create(is_error(result) || result->is_ref() ? ERR_EXPRESSION
                                                                                 : ERR_SYNTAX);
     normalised_expr();
-    return result;
+    return vorEvalLevel::settle(std::move(result));
 }
 
 vorParameterPtr vorEvaluator::syntax_error() {
@@ -154,8 +194,8 @@ void vorEvaluator::record_param(const vorParameterPtr& p) {
 
 vorParameterPtr vorEvaluator::expression(int min_prec, int resolve_names, int skip,
                                          vorCharTypes& types) {
-    NestingGuard nesting;
-    if (nesting.exceeded()) {
+    vorEvalLevel nesting(EVAL_NESTED);
+    if (nesting.refused()) {
         m_token_kind = TOKEN_END;
         return vorParameterError::create(ERR_EXPRESSION);
     }

@@ -13,7 +13,8 @@
 // expansion with the error's text in brackets.
 //
 // translate rewrites an expression between the user's and the stored form by
-// running the tokenizer over it without evaluating anything.
+// running the tokenizer over it without evaluating anything, in one pass; a
+// text longer than max_expression_length comes back unchanged.
 //
 //===----------------------------------------------------------------------===//
 
@@ -77,6 +78,10 @@ utString vorEvaluator::interpolate_string(const utString& text) {
 // False when the value was an error (appended in brackets): the expansion ends.
 bool vorEvaluator::interpolate_marker(utString& result, std::size_t open, bool short_form,
                                       char32_t& previous) {
+    // Reading the value may interpolate further strings: the whole marker
+    // is one level, so that chains of interpolated strings stop at the
+    // nesting limit.
+    vorEvalLevel level(EVAL_NESTED);
     if (short_form) {
         std::size_t end = open;
         while (end < m_wide_expr.size() && !vorCharTypes::is_blank(m_wide_expr[end]) &&
@@ -95,20 +100,31 @@ bool vorEvaluator::interpolate_marker(utString& result, std::size_t open, bool s
     m_token_kind = TOKEN_END;
     m_after_number = false;
     vorCharTypes types{std::u32string_view(m_wide_expr)};
-    vorParameterPtr value = expression(0, 1, 0, types);
+    vorParameterPtr value =
+        level.refused() ? vorParameterError::create(ERR_EXPRESSION) : expression(0, 1, 0, types);
     if (!is_error(value) && !token_is(close))
         value = vorParameterError::create(ERR_SYNTAX);
     if (value->type() == TYPE_MAP || value->type() == TYPE_ARRAY)
         value = vorParameterError::create(ERR_TYPE);
+    const utString text = value->get_string();
+    // Reading the value may have reached a limit below: the read is lost,
+    // whatever text came back.
+    if (vorEvalLevel::limit_reached())
+        value = vorParameterError::create(ERR_EXPRESSION);
     if (value->type() == TYPE_ERROR) {
         result += bracketed_error(value);
         return false;
     }
-    result += value->get_string();
+    result += text;
     return true;
 }
 
 utString vorEvaluator::translate(const utString& text, char, char to) {
+    // A text over the length limit can never be evaluated, so its decimal
+    // points mean nothing; copying it keeps the cost of a huge text (a
+    // document pasted into a value, say) to that of the copy.
+    if (text.size() > max_expression_length)
+        return text;
     begin(text);
     m_decimal_point = to;
     m_translating = true;

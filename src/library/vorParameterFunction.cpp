@@ -48,6 +48,11 @@ vorParameterPtr vorParameterFunction::operate_binary(const utString& op,
                                                      const vorParameterPtr& args) const {
     if (op != "(")
         return vorParameter::operate_binary(op, args);
+    // A call runs the body as one more expression: it spends the read's
+    // budget and nests, so that endless or doubling recursion stops.
+    vorEvalLevel level(EVAL_EXPRESSION);
+    if (level.refused())
+        return vorParameterError::create(ERR_EXPRESSION);
     m_argv = args;
     vorParameterPtr result = vorEvaluator(this).evaluate(m_body);
     m_argv.reset();

@@ -351,6 +351,11 @@ vorParameterPtr vorParameter::evaluate() const {
     if (expr.empty())
         return vorParameterError::create(ERR_TYPE);
 
+    // One level of nesting and one evaluation of the read's budget, however
+    // this parameter was reached (an operand, a chain, an interpolation).
+    vorEvalLevel level(EVAL_EXPRESSION);
+    if (level.refused())
+        return vorParameterError::create(ERR_EXPRESSION);
     vorEvaluator evaluator(this);
     EvaluatingFlag flag(*this, &vorParameter::set_evaluating);
     vorParameterPtr result;
@@ -360,7 +365,7 @@ vorParameterPtr vorParameter::evaluate() const {
         result = evaluator.evaluate(expr);
     while (result->is_expr())
         result = result->evaluate();
-    return result;
+    return vorEvalLevel::settle(std::move(result));
 }
 
 //===----------------------------------------------------------------------===//
@@ -610,8 +615,12 @@ void vorParameter::update_active() const {
         return;
     }
 
+    // Active conditions may read other nodes' active state: they count
+    // against the same nesting and evaluation budgets as values.
+    vorEvalLevel level(EVAL_EXPRESSION);
     vorEvaluator evaluator(m_parent);
-    vorParameterPtr result = evaluator.evaluate(expr);
+    vorParameterPtr result =
+        level.refused() ? vorParameterError::create(ERR_EXPRESSION) : evaluator.evaluate(expr);
     if (result->type() != TYPE_NUMERIC) {
         m_active = 0;
         m_active_known = 0;

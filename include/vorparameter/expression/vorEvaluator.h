@@ -19,13 +19,32 @@
 //
 // Limits that keep the host alive whatever the input:
 //   - a text longer than max_expression_length bytes is a syntax error;
-//   - the parser nests at most max_nesting levels deep, counted across all
-//     evaluations in progress (brackets, prefix operators, and parameters
-//     whose expressions read other parameters' expressions); beyond that the
-//     result is an "Expression/Reference error".
+//     translate, localize and neutralize return such a text unchanged (it
+//     can never be evaluated, so there is nothing to rewrite);
+//   - evaluation nests at most max_nesting levels deep, counted across
+//     everything that recurses while a value is read: the parser's nested
+//     operands (brackets, prefix operators, the right operand of an
+//     operator), a parameter evaluating its expression (so chains of
+//     parameters), interpolation inside strings and enumerations, user
+//     function bodies and active conditions. Each such step holds one level
+//     (vorEvalLevel). The deepest path, at the limit, needs well under
+//     2 MiB of stack even in an unoptimised build with AddressSanitizer
+//     (about 0.6 MiB measured over chains of every kind), so
+//     the host's 8 MiB main-thread stack is never exhausted; a host that
+//     evaluates on a thread with a smaller stack must give it at least
+//     that much;
+//   - a top-level read (the outermost evaluation in progress) evaluates at
+//     most max_evaluations() parameter expressions and function bodies in
+//     all (1 000 000 unless the host sets another budget). This bounds
+//     graphs in which a parameter is read many times over, such as a chain
+//     in which every parameter reads the previous one twice.
+// A read that reaches either limit anywhere answers an "Expression/Reference
+// error" (ERR_EXPRESSION) as a whole, even where an interpolation would
+// otherwise have written the error into its text; the next top-level read
+// starts afresh.
 //
-// Evaluators are used from the host's one thread (the operator tables and the
-// nesting count are process-wide).
+// Evaluators are used from the host's one thread (the operator tables, the
+// nesting count and the evaluation budget are process-wide).
 //
 //===----------------------------------------------------------------------===//
 #ifndef VORPARAMETER_EXPRESSION_VOREVALUATOR_H
@@ -56,10 +75,52 @@ private:
     vorEvalFunctionType m_type;
 };
 
+/// What a vorEvalLevel stands for: a nested step of evaluation, or the
+/// evaluation of a parameter's expression or a function's body, which also
+/// spends one evaluation of the read's budget.
+enum vorEvalLevelKind { EVAL_NESTED = 0, EVAL_EXPRESSION = 1 };
+
+/// One level of a recursive evaluation, held for the level's lifetime. Every
+/// path by which evaluation recurses holds one per step, so that all of them
+/// count against one nesting budget (vorEvaluator::max_nesting). Entering
+/// the outermost level begins a read: its evaluation budget starts afresh.
+class VOR_API vorEvalLevel {
+public:
+    explicit vorEvalLevel(vorEvalLevelKind kind);
+    ~vorEvalLevel();
+    vorEvalLevel(const vorEvalLevel&) = delete;
+    vorEvalLevel& operator=(const vorEvalLevel&) = delete;
+
+    /// True when entering this level went past the nesting limit or the
+    /// read's evaluation budget, or the read had reached a limit before: the
+    /// step answers ERR_EXPRESSION without going further.
+    bool refused() const { return m_refused; }
+
+    /// True once the current (or last) read has reached a limit.
+    static bool limit_reached();
+    /// What an evaluation answers: `result`, or ERR_EXPRESSION once its read
+    /// has reached a limit. A read that reaches one is lost as a whole, so an
+    /// error written into an interpolated text, or dropped by a function,
+    /// still makes the read fail.
+    static vorParameterPtr settle(vorParameterPtr result);
+
+private:
+    bool m_refused;
+};
+
 class VOR_API vorEvaluator {
 public:
     static constexpr int max_nesting = 400;
     static constexpr std::size_t max_expression_length = 256 * 1024;
+    static constexpr long default_max_evaluations = 1000000;
+
+    /// How many parameter expressions and function bodies one top-level read
+    /// may evaluate in all.
+    static long max_evaluations();
+    /// Sets that budget (at least 1) for the reads that follow and returns
+    /// the previous one. Process-wide, like the rest of the evaluator's
+    /// state; a host that lowers it for one task restores it afterwards.
+    static long set_max_evaluations(long budget);
 
     explicit vorEvaluator(const vorParameter* scope);
     virtual ~vorEvaluator();

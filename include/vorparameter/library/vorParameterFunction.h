@@ -6,8 +6,11 @@
 // scope, so other names resolve up the tree from where the function stands.
 // argv is null again after the call (also after a nested call of the same
 // function, which leaves it null for the rest of the outer evaluation).
-// A function that calls itself without end stops at the evaluator's nesting
-// limit (vorEvaluator::max_nesting) with an error value as the result.
+// Every call nests one level and spends one evaluation of the read's budget,
+// so a function that calls itself without end stops at the evaluator's
+// nesting limit (vorEvaluator::max_nesting), and one that calls itself twice
+// per level at the evaluation budget (vorEvaluator::max_evaluations), with
+// an error value as the result.
 //
 //===----------------------------------------------------------------------===//
 #ifndef VORPARAMETER_LIBRARY_VORPARAMETERFUNCTION_H
