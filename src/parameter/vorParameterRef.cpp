@@ -298,6 +298,10 @@ vorParameterPtr vorParameterRef::evaluate() const {
 
 vorParameterPtr vorParameterRef::operate_binary(const utString& op,
                                                 const vorParameterPtr& rhs) const {
+    // Member access goes through this reference's own lookup, which answers
+    // "_ref" and passes every other key to the referent.
+    if (op == "." || op == "[")
+        return vorParameter::operate_binary(op, rhs);
     return referent()->operate_binary(op, rhs);
 }
 
