@@ -66,6 +66,10 @@ TEST(StressTree, DeepChainIsReleasedCopiedComparedAndPrinted) {
     EXPECT_DOUBLE_EQ(probe->get_double(), 2.0);
     EXPECT_TRUE(bottom->resolve(vorParameterKey("nowhere"))->is_error());
     EXPECT_TRUE(probe->is_active());
+    EXPECT_FALSE(probe->get_lock_id().is_valid());
+    EXPECT_EQ(probe->get_precedence(), 0);
+    chain->reset(); // stops at the depth limit
+    chain->set_onread_callback(nullptr);
 
     chain.reset();
     copy.reset(); // both releases are iterative: no stack overflow
