@@ -15,8 +15,6 @@
 
 #include "vorparameter/parameter/vorParameter.h"
 
-#include <unordered_map>
-
 class VOR_API vorParameterMap : public vorParameter {
     UT_DECLARE_TYPE(vorParameterMap, vorParameter)
 public:
@@ -78,7 +76,8 @@ protected:
 
 private:
     Members m_members;
-    std::unordered_map<utString, utString> m_lower_index;
+    /// Lower-case name to exact name, for lookups in any letter case.
+    coTable<utString, utString> m_lower_index;
     int m_fixed = 1;
     int m_copy_active_expr = 0;
     vorParameterSubType m_subtype = SUB_MAP;
