@@ -9,6 +9,9 @@
 // is always an error of kind ERR_INVALID_NAME, whatever went wrong deeper in
 // the path. add() never replaces an existing member (except a reference).
 //
+// Adding, finding and removing a member by name take amortised O(1) time in
+// any order; remove_all() is linear. A map has no limit on its members.
+//
 //===----------------------------------------------------------------------===//
 #ifndef VORPARAMETER_PARAMETER_VORPARAMETERMAP_H
 #define VORPARAMETER_PARAMETER_VORPARAMETERMAP_H
