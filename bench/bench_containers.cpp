@@ -1,10 +1,16 @@
-// Containers: building and reading a long list, concatenating arrays and
-// finding vector elements by accessor name.
+// Containers: building and reading a long list, concatenating arrays,
+// finding vector elements by accessor name, and adding and removing map
+// members by name beside std::unordered_map.
 #include "vorparameter/containers/vorParameterList.h"
 #include "vorparameter/containers/vorParameterVector.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
+#include "vorparameter/parameter/vorParameterMap.h"
 
 #include <benchmark/benchmark.h>
+
+#include <string>
+#include <unordered_map>
+#include <vector>
 
 namespace {
 
@@ -62,7 +68,7 @@ void BM_ArrayConcatenate(benchmark::State& state) {
         benchmark::DoNotOptimize(a->operate_binary("+", b));
     state.SetItemsProcessed(state.iterations() * 2 * size);
 }
-BENCHMARK(BM_ArrayConcatenate)->Arg(16)->Arg(1024);
+BENCHMARK(BM_ArrayConcatenate)->Arg(16)->Arg(1024)->Arg(1 << 19)->Unit(benchmark::kMicrosecond);
 
 // An accessor name is matched against names lowered once, without
 // allocating.
@@ -75,5 +81,57 @@ void BM_VectorAccessorLookup(benchmark::State& state) {
         benchmark::DoNotOptimize((*handle)[key]);
 }
 BENCHMARK(BM_VectorAccessorLookup);
+
+std::vector<vorParameterKey> member_keys(int count) {
+    std::vector<vorParameterKey> keys;
+    keys.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
+        keys.emplace_back(utString(("member" + std::to_string(i)).c_str()));
+    return keys;
+}
+
+// Adds `range(0)` members to a map and removes them all by name, first the
+// even ones and then the odd ones, so that removal meets holes: amortised
+// constant time per member. The members are made outside the timing.
+void BM_MapAddRemoveByName(benchmark::State& state) {
+    const int count = static_cast<int>(state.range(0));
+    const std::vector<vorParameterKey> keys = member_keys(count);
+    std::vector<vorParameterPtr> members;
+    for (int i = 0; i < count; ++i)
+        members.push_back(real(i));
+    for (auto _ : state) {
+        vorParameterPtr map(new vorParameterMap());
+        for (int i = 0; i < count; ++i)
+            map->add(keys[static_cast<std::size_t>(i)], members[static_cast<std::size_t>(i)]);
+        for (int parity : {0, 1})
+            for (int i = parity; i < count; i += 2)
+                map->remove(keys[static_cast<std::size_t>(i)]);
+        benchmark::DoNotOptimize(map->size());
+    }
+    state.SetItemsProcessed(state.iterations() * count);
+}
+BENCHMARK(BM_MapAddRemoveByName)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// The yardstick: the same work on a standard hash map from names to handles.
+void BM_UnorderedMapAddRemoveByName(benchmark::State& state) {
+    const int count = static_cast<int>(state.range(0));
+    std::vector<std::string> names;
+    std::vector<vorParameterPtr> members;
+    for (int i = 0; i < count; ++i) {
+        names.push_back("member" + std::to_string(i));
+        members.push_back(real(i));
+    }
+    for (auto _ : state) {
+        std::unordered_map<std::string, vorParameterPtr> map;
+        for (int i = 0; i < count; ++i)
+            map.emplace(names[static_cast<std::size_t>(i)], members[static_cast<std::size_t>(i)]);
+        for (int parity : {0, 1})
+            for (int i = parity; i < count; i += 2)
+                map.erase(names[static_cast<std::size_t>(i)]);
+        benchmark::DoNotOptimize(map.size());
+    }
+    state.SetItemsProcessed(state.iterations() * count);
+}
+BENCHMARK(BM_UnorderedMapAddRemoveByName)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -163,12 +163,13 @@ bool vorParameterArray::would_own_itself(const vorParameter& par) const {
 }
 
 vorParameterPtr vorParameterArray::insert_element(int pos, vorParameterPtr par) {
+    if (size() >= max_elements)
+        return refused();
     par.check();
     // Errors are shared values: parenting one would tie it to this array.
     if (m_holding == OWNS_ELEMENTS && !par->is_error())
         link_par(par);
-    m_elements.insert(m_elements.begin() + pos, par);
-    return par;
+    return *m_elements.insert(m_elements.begin() + pos, std::move(par));
 }
 
 void vorParameterArray::erase_elements(int from, int to) {
@@ -351,6 +352,10 @@ vorParameterPtr vorParameterArray::concatenate(const vorParameterPtr& rhs) const
     const vorParameterArray* other = ut_dynamic_cast(rhs.par());
     if (!other)
         return vorParameterError::create(ERR_TYPE);
+    // Refused before any clone is made, so that a long sum of long lists
+    // fails at once instead of filling memory.
+    if (static_cast<long long>(size()) + other->size() > max_elements)
+        return refused();
     auto* joined = new vorParameterArray();
     vorParameterPtr result(joined);
     joined->reserve(size() + other->size());

@@ -32,6 +32,8 @@ vorParameterList::~vorParameterList() {
 }
 
 vorParameterPtr vorParameterList::of_strings(const std::vector<utString>& names) {
+    if (names.size() > static_cast<std::size_t>(max_elements))
+        return vorParameterError::create(ERR_UNKNOWN);
     auto* list = new vorParameterList(vorParameterPtr(new vorParameterString()));
     vorParameterPtr result(list);
     list->reserve(static_cast<int>(names.size()));
@@ -68,7 +70,7 @@ vorParameterPtr vorParameterList::add(const vorParameterKey& key, vorParameterPt
     vorParameterPtr element = insert_element(pos, make_element(par, copy_value));
     // The value is copied once the element is in place, so that its change
     // notification travels up through this list.
-    if (copy_value)
+    if (copy_value && !element->is_error())
         element->copy_value_from(*par);
     return element;
 }
@@ -76,7 +78,7 @@ vorParameterPtr vorParameterList::add(const vorParameterKey& key, vorParameterPt
 void vorParameterList::set_int(int n) {
     if (is_locked())
         return;
-    const int wanted = std::clamp(n, 0, max_resize);
+    const int wanted = std::clamp(n, 0, max_elements);
     if (wanted == size())
         return;
     reserve(wanted);

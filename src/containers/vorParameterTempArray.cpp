@@ -33,8 +33,12 @@ vorParameterPtr vorParameterTempArray::add(const vorParameterKey& key, vorParame
 vorParameterPtr vorParameterTempArray::add_named(const utString& name, vorParameterPtr par) {
     if (has_name(name) || name_count() != size())
         return invalid_name();
-    append_name(name);
-    return insert_element(size(), std::move(par));
+    // A full array refuses the element, and then its name too.
+    const int before = size();
+    vorParameterPtr added = insert_element(before, std::move(par));
+    if (size() > before)
+        append_name(name);
+    return added;
 }
 
 vorParameterPtr vorParameterTempArray::remove(const vorParameterKey& key) {

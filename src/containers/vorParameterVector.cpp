@@ -48,7 +48,7 @@ const vorParameterPtr& element_of(const vorParameterPtr& array, int i) {
 } // namespace
 
 vorParameterVector::vorParameterVector(int n, vorParameterPtr prototype) {
-    const int count = std::clamp(n, 0, max_resize);
+    const int count = std::clamp(n, 0, max_elements);
     reserve(count);
     for (int i = 0; i < count; ++i)
         insert_element(i, prototype.copy());
@@ -111,8 +111,13 @@ bool vorParameterVector::has_name(const utString& name) const {
 }
 
 void vorParameterVector::append_name(const utString& name) {
+    // Extends the text rather than rebuilding it, so that naming n elements
+    // one by one stays linear.
+    if (!m_name_list.empty())
+        m_names += ',';
+    m_names += name;
     push_name(name);
-    rebuild_names_text();
+    m_keys.reset();
 }
 
 void vorParameterVector::erase_names(int from, int to) {

@@ -118,8 +118,8 @@ void vorParameterMap::copy_value_from(const vorParameter& source) {
 const vorParameterPtr* vorParameterMap::find_member(const vorParameterKeyImpl& key) const {
     if (const vorParameterPtr* exact = m_members.find(key.first()))
         return exact;
-    auto lower = m_lower_index.find(key.first_lower());
-    return lower == m_lower_index.end() ? nullptr : m_members.find(lower->second);
+    const utString* exact = m_lower_index.find(key.first_lower());
+    return exact ? m_members.find(*exact) : nullptr;
 }
 
 vorParameterPtr vorParameterMap::keys_list() const {
@@ -161,8 +161,9 @@ vorParameterPtr vorParameterMap::operator[](const vorParameterKey& key) {
 
 vorParameterPtr vorParameterMap::add(const vorParameterKey& key, vorParameterPtr par) {
     // The map's own lookup, not a root's: a root's synonyms and built-in names
-    // must not stop a member of that name from being added.
-    vorParameterPtr existing = lookup(key.first_key(), true);
+    // must not stop a member of that name from being added. A key without a
+    // remainder is its own first component and needs no new key.
+    vorParameterPtr existing = lookup(key.remainder_str().empty() ? key : key.first_key(), true);
     if (!existing->is_ref() && !existing->is_error())
         return existing;
     if (is_locked())
@@ -176,7 +177,7 @@ vorParameterPtr vorParameterMap::add(const vorParameterKey& key, vorParameterPtr
 
     link_par(par);
     m_members.set(key.first(), par);
-    m_lower_index[key.impl().first_lower()] = key.first();
+    m_lower_index.set(key.impl().first_lower(), key.first());
     par->set_name(key.str());
     return par;
 }
@@ -194,10 +195,14 @@ vorParameterPtr vorParameterMap::remove(const vorParameterKey& key) {
     // gave find_member.
     const utString name = m_members.contains(key.first())
                               ? key.first()
-                              : m_lower_index.find(key.impl().first_lower())->second;
+                              : *m_lower_index.find(key.impl().first_lower());
     unlink_par(removed);
     m_members.erase(name);
-    m_lower_index.erase(vordowncase(name.view()));
+    // The lower-case entry goes only when it names this member: after a
+    // reference was replaced, two members may differ in letter case alone.
+    const utString lower = vordowncase(name.view());
+    if (const utString* indexed = m_lower_index.find(lower); indexed && *indexed == name)
+        m_lower_index.erase(lower);
     return removed;
 }
 

@@ -17,6 +17,8 @@
 //   - add() of the array itself, of one of its ancestors, or of a temporary
 //     array that holds one of them:                          ERR_UNKNOWN
 //     (the tree would own itself)
+//   - growing an array past max_elements (add(), a list's lookup one past
+//     the end, "+" of two arrays that together hold more):  ERR_UNKNOWN
 // Only the first component of a key places an element for add() and
 // remove(); a lookup hands the rest of the key to the element found.
 //
@@ -32,9 +34,11 @@
 class VOR_API vorParameterArray : public vorParameter {
     UT_DECLARE_TYPE(vorParameterArray, vorParameter)
 public:
-    /// The most elements that a single request (a list's set_int, a vector's
-    /// size) makes at once; larger requests are cut to it.
-    static constexpr int max_resize = 1 << 20;
+    /// The most elements an array holds, so that no expression or file can
+    /// ask for unbounded memory. Requests for a size (a list's set_int, a
+    /// vector's constructor) are cut to it; every other way of growing an
+    /// array past it is refused with ERR_UNKNOWN, as for a locked array.
+    static constexpr int max_elements = 1 << 20;
 
     vorParameterArray() = default;
     /// Clones every element and parents the clones; a sharing array's copy
@@ -114,7 +118,7 @@ protected:
     /// further such arrays. Parents tell the rest of the tree.
     bool would_own_itself(const vorParameter& par) const;
     /// Stores `par` before index `pos` (parenting it when the array owns its
-    /// elements) and returns it.
+    /// elements) and returns it; an array of max_elements answers ERR_UNKNOWN.
     vorParameterPtr insert_element(int pos, vorParameterPtr par);
     /// Takes out the elements from `from` to `to` - 1. Derived arrays that
     /// keep data per element override it to keep that data in step.

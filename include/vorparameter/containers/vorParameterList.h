@@ -34,7 +34,8 @@ public:
     ~vorParameterList() override;
 
     /// A list whose element type is an empty string, with one string element
-    /// per name: the answer to "_keys".
+    /// per name: the answer to "_keys". More than max_elements names give
+    /// ERR_UNKNOWN.
     static vorParameterPtr of_strings(const std::vector<utString>& names);
 
     vorParameter* create_new() const override { return new vorParameterList(*this); }
@@ -48,7 +49,7 @@ public:
     /// The number of elements.
     int get_int() const override { return size(); }
     /// Resizes to `n` (negative counts as 0): appends fresh elements or removes
-    /// from the end. Ignored when locked; at most max_resize elements.
+    /// from the end. Ignored when locked; at most max_elements elements.
     void set_int(int n) override;
     /// Takes the size of another array and copies each element's value by
     /// index. Other sources are ignored.

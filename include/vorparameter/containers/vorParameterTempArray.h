@@ -15,7 +15,7 @@
 // positions before -1 insert at the front. Failures are ERR_INVALID_NAME (a
 // name given twice, a name for an array with unnamed elements, an index key
 // for a named array, an unknown key to remove()) and ERR_UNKNOWN (adding the
-// array to itself).
+// array to itself, or to an array of vorParameterArray::max_elements).
 //
 //===----------------------------------------------------------------------===//
 #ifndef VORPARAMETER_CONTAINERS_VORPARAMETERTEMPARRAY_H

@@ -38,7 +38,7 @@ enum vorParameterVectorAccessType : int {
 class VOR_API vorParameterVector : public vorParameterArray {
     UT_DECLARE_TYPE(vorParameterVector, vorParameter)
 public:
-    /// `n` clones of `prototype` (n is cut to 0 ... max_resize), no names.
+    /// `n` clones of `prototype` (n is cut to 0 ... max_elements), no names.
     vorParameterVector(int n, vorParameterPtr prototype);
     /// Clones the elements and keeps the access type and names.
     vorParameterVector(const vorParameterVector& other);

@@ -9,13 +9,14 @@
 // is always an error of kind ERR_INVALID_NAME, whatever went wrong deeper in
 // the path. add() never replaces an existing member (except a reference).
 //
+// Adding, finding and removing a member by name take amortised O(1) time in
+// any order; remove_all() is linear. A map has no limit on its members.
+//
 //===----------------------------------------------------------------------===//
 #ifndef VORPARAMETER_PARAMETER_VORPARAMETERMAP_H
 #define VORPARAMETER_PARAMETER_VORPARAMETERMAP_H
 
 #include "vorparameter/parameter/vorParameter.h"
-
-#include <unordered_map>
 
 class VOR_API vorParameterMap : public vorParameter {
     UT_DECLARE_TYPE(vorParameterMap, vorParameter)
@@ -80,7 +81,8 @@ protected:
 
 private:
     Members m_members;
-    std::unordered_map<utString, utString> m_lower_index;
+    /// Lower-case name to exact name, for lookups in any letter case.
+    coTable<utString, utString> m_lower_index;
     int m_fixed = 1;
     int m_copy_active_expr = 0;
     vorParameterSubType m_subtype = SUB_MAP;
