@@ -42,8 +42,10 @@ vorParameterPtr evaluate(const vorParameterPtr& root, const std::string& text) {
 
 } // namespace
 
-TEST(StressContainers, MillionMembersAddedAndRemovedByNameKeepOrder) {
-    constexpr int n = 1000000;
+TEST(StressContainers, ManyMembersAddedAndRemovedByNameKeepOrder) {
+    // Large enough that a removal linear in the map's size would take hours,
+    // small enough for seconds under the sanitizers.
+    constexpr int n = 200000;
     std::vector<vorParameterKey> keys;
     keys.reserve(n);
     for (int i = 0; i < n; ++i)
@@ -73,7 +75,7 @@ TEST(StressContainers, MillionMembersAddedAndRemovedByNameKeepOrder) {
         expected += 3;
     }
     EXPECT_TRUE((*map)[vorParameterKey("m1")]->is_error());
-    EXPECT_EQ((*map)[vorParameterKey("M999999")]->get_double(), 999999);
+    EXPECT_EQ((*map)[vorParameterKey("M199998")]->get_double(), 199998);
 
     map->remove_all();
     EXPECT_EQ(map->size(), 0);
