@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <ostream>
+#include <vector>
 
 namespace vorparam {
 
@@ -61,6 +62,21 @@ std::string value_text(const vorParameterPtr& par) {
     if (par->type() == TYPE_ARRAY)
         return "(" + std::to_string(par->size()) + " elements)";
     return describe(par);
+}
+
+struct Line {
+    std::string key, type, value;
+};
+
+/// The keys padded to the longest, then the types in a column of their own.
+void print_columns(const std::vector<Line>& lines, std::ostream& out) {
+    std::size_t key_width = 0;
+    for (const Line& line : lines)
+        key_width = std::max(key_width, line.key.size());
+    for (const Line& line : lines)
+        out << line.key << std::string(key_width - line.key.size() + 2, ' ') << line.type
+            << std::string(10 - std::min<std::size_t>(line.type.size(), 9), ' ') << line.value
+            << '\n';
 }
 
 /// Reads the options; false (after a message) for a usage mistake.
@@ -113,9 +129,6 @@ int run_ls(const Arguments& args, std::ostream& out, std::ostream& err) {
             start = vorParameterPtr::share(start.par());
     }
 
-    struct Line {
-        std::string key, type, value;
-    };
     std::vector<Line> lines;
     const vorParameterType start_type = start->type();
     if (start_type != TYPE_MAP && start_type != TYPE_ARRAY)
@@ -130,13 +143,7 @@ int run_ls(const Arguments& args, std::ostream& out, std::ostream& err) {
         lines.push_back({it.index().str().str(), type, value_text(par)});
     }
 
-    std::size_t key_width = 0;
-    for (const Line& line : lines)
-        key_width = std::max(key_width, line.key.size());
-    for (const Line& line : lines)
-        out << line.key << std::string(key_width - line.key.size() + 2, ' ') << line.type
-            << std::string(10 - std::min<std::size_t>(line.type.size(), 9), ' ') << line.value
-            << '\n';
+    print_columns(lines, out);
     return 0;
 }
 
