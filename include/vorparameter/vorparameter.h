@@ -33,6 +33,7 @@
 
 #include "vorparameter/parameter/vorParameter.h"
 #include "vorparameter/parameter/vorParameterGuards.h"
+#include "vorparameter/parameter/vorParameterIter.h"
 #include "vorparameter/parameter/vorParameterKey.h"
 #include "vorparameter/parameter/vorParameterLoader.h"
 #include "vorparameter/parameter/vorParameterData.h"

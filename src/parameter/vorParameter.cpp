@@ -13,6 +13,7 @@
 #include "vorparameter/expression/vorParameterNumeric.h"
 #include "vorparameter/expression/vorParameterString.h"
 #include "vorparameter/parameter/vorParameterGuards.h"
+#include "vorparameter/parameter/vorParameterIter.h"
 #include "vorparameter/parameter/vorParameterMap.h"
 #include "vorparameter/parameter/vorParameterRoot.h"
 #include "vorparameter/parameter/vorParameterUpdateTrack.h"
@@ -418,18 +419,14 @@ namespace {
 
 /// The key under which `node` stands in `parent`, or the empty text.
 utString key_in_parent(const vorParameter& parent, const vorParameter& node) {
-    if (const vorParameterMap* map = vorParameterMap::ut_dynamic_cast(&parent)) {
-        for (const auto& [name, member] : map->members())
-            if (member.get() == &node)
-                return vorParameterKey(name).str();
-        return utString();
-    }
-    if (const vorParameterArray* array = vorParameterArray::ut_dynamic_cast(&parent)) {
-        const vorParameterPtrcoDList& elements = array->elements();
-        for (std::size_t i = 0; i < elements.size(); ++i)
-            if (elements[i].get() == &node)
-                return vorParameterKey(static_cast<int>(i), utString()).str();
-    }
+    // The direct members, functions included; with no filter on, the walk
+    // asks nothing of the members, so no reference among them resolves.
+    vorParameterIter members(&parent);
+    members.set_max_depth(1);
+    members.exclude_functions(0);
+    while (++members)
+        if (members().get() == &node)
+            return members.index().str();
     return utString();
 }
 

@@ -9,6 +9,8 @@ const std::vector<Command>& commands() {
          "evaluate expressions against the sample tree (one per line from standard input "
          "when none is given)",
          run_eval},
+        {"ls", "[--depth N] [--leaves] [--active] [PATH]",
+         "list the sample tree, or the subtree at PATH, with keys, types and values", run_ls},
     };
     return table;
 }

@@ -28,6 +28,7 @@ const Command* find_command(std::string_view name);
 
 int run_demo(const Arguments& args, std::ostream& out, std::ostream& err);
 int run_eval(const Arguments& args, std::ostream& out, std::ostream& err);
+int run_ls(const Arguments& args, std::ostream& out, std::ostream& err);
 
 } // namespace vorparam
 

@@ -5,6 +5,7 @@
 #include "vorparameter/expression/vorParameterString.h"
 #include "vorparameter/library/vorParameterLibRoot.h"
 #include "vorparameter/parameter/vorParameterMap.h"
+#include "vorparameter/parameter/vorParameterRef.h"
 
 namespace vorparam {
 
@@ -40,6 +41,9 @@ vorParameterPtr build_demo_tree() {
     strategy->add("stepover", stepover);
     strategy->add("stepdown", number(SUB_REAL, DIM_LENGTH, 1.5));
     strategy->add("climb", number(SUB_BOOL, DIM_NONE, 1.0));
+    // The cutter is the tool itself, not a copy: reads and lookups go
+    // through to it.
+    strategy->add("cutter", vorParameterPtr(new vorParameterRef("tool")));
     root->add("strategy", strategy);
     return root;
 }

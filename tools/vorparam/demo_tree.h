@@ -10,7 +10,7 @@ namespace vorparam {
 /// A root of type "machining" that knows the standard functions, holding
 ///   tool      diameter (real length 6), flutes (integer 4), name (text)
 ///   strategy  stepover (tool.diameter * 0.5), stepdown (real length 1.5),
-///             kind (text), climb (boolean)
+///             kind (text), climb (boolean), cutter (a reference to tool)
 vorParameterPtr build_demo_tree();
 
 } // namespace vorparam

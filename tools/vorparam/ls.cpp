@@ -1,0 +1,150 @@
+// vorparam ls: lists the sample tree, or the subtree at a path, one node a
+// line: its key relative to that path, its type and its value. Containers
+// come before their contents; references are shown with their text and not
+// walked through (a path that is itself a reference lists its referent, and
+// a path to a single value lists that value).
+#include "commands.h"
+#include "demo_tree.h"
+#include "describe.h"
+
+#include "vorparameter/parameter/vorParameterIter.h"
+#include "vorparameter/parameter/vorParameterRef.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <ostream>
+#include <vector>
+
+namespace vorparam {
+
+namespace {
+
+struct ListOptions {
+    int depth = 0;
+    bool leaves = false;
+    bool active = false;
+    std::string path;
+};
+
+const char* type_word(vorParameterType type) {
+    switch (type) {
+    case TYPE_ERROR:
+        return "error";
+    case TYPE_MAP:
+        return "map";
+    case TYPE_ARRAY:
+        return "array";
+    case TYPE_STRING:
+        return "string";
+    case TYPE_NUMERIC:
+        return "number";
+    case TYPE_ENUM:
+        return "enum";
+    case TYPE_FUNCTION:
+        return "function";
+    case TYPE_DATA:
+        return "data";
+    }
+    return "?";
+}
+
+/// "(3 members)", "&tool = ...", or what describe() says.
+std::string value_text(const vorParameterPtr& par) {
+    if (const vorParameterRef* ref = vorParameterRef::ut_dynamic_cast(par.get())) {
+        const std::string text = "&" + ref->get_ref_string().str();
+        const vorParameterType type = par->type();
+        if (type == TYPE_MAP || type == TYPE_ARRAY)
+            return text;
+        return text + " = " + describe(par);
+    }
+    if (par->type() == TYPE_MAP)
+        return "(" + std::to_string(par->size()) + " members)";
+    if (par->type() == TYPE_ARRAY)
+        return "(" + std::to_string(par->size()) + " elements)";
+    return describe(par);
+}
+
+struct Line {
+    std::string key, type, value;
+};
+
+/// The keys padded to the longest, then the types in a column of their own.
+void print_columns(const std::vector<Line>& lines, std::ostream& out) {
+    std::size_t key_width = 0;
+    for (const Line& line : lines)
+        key_width = std::max(key_width, line.key.size());
+    for (const Line& line : lines)
+        out << line.key << std::string(key_width - line.key.size() + 2, ' ') << line.type
+            << std::string(10 - std::min<std::size_t>(line.type.size(), 9), ' ') << line.value
+            << '\n';
+}
+
+/// Reads the options; false (after a message) for a usage mistake.
+bool read_options(const Arguments& args, ListOptions& options, std::ostream& err) {
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        const std::string& arg = args[i];
+        if (arg == "--leaves") {
+            options.leaves = true;
+        } else if (arg == "--active") {
+            options.active = true;
+        } else if (arg == "--depth") {
+            char* end = nullptr;
+            const long depth =
+                i + 1 < args.size() ? std::strtol(args[i + 1].c_str(), &end, 10) : -1;
+            if (!end || *end != '\0' || args[i + 1].empty() || depth < 0 || depth > 1000000) {
+                err << "vorparam ls: --depth needs a whole number from 0 (no limit) up\n";
+                return false;
+            }
+            options.depth = static_cast<int>(depth);
+            ++i;
+        } else if (arg.rfind("--", 0) == 0) {
+            err << "vorparam ls: unknown option '" << arg << "'\n";
+            return false;
+        } else if (!options.path.empty()) {
+            err << "vorparam ls: takes one PATH\n";
+            return false;
+        } else {
+            options.path = arg;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+int run_ls(const Arguments& args, std::ostream& out, std::ostream& err) {
+    ListOptions options;
+    if (!read_options(args, options, err))
+        return 2;
+
+    const vorParameterPtr root = build_demo_tree();
+    vorParameterPtr start = root;
+    if (!options.path.empty()) {
+        start = (*root)[vorParameterKey(utString(options.path))];
+        if (start->is_error()) {
+            err << "vorparam ls: no parameter '" << options.path << "'\n";
+            return 1;
+        }
+        if (start->is_ref())
+            start = vorParameterPtr::share(start.par());
+    }
+
+    std::vector<Line> lines;
+    const vorParameterType start_type = start->type();
+    if (start_type != TYPE_MAP && start_type != TYPE_ARRAY)
+        lines.push_back({options.path, type_word(start_type), value_text(start)});
+    vorParameterIter it(start);
+    it.set_max_depth(options.depth);
+    it.set_leaf_only(options.leaves);
+    it.set_active_only(options.active);
+    while (++it) {
+        const vorParameterPtr par = it();
+        const char* type = par->is_ref() ? "ref" : type_word(par->type());
+        lines.push_back({it.index().str().str(), type, value_text(par)});
+    }
+
+    print_columns(lines, out);
+    return 0;
+}
+
+} // namespace vorparam
