@@ -153,7 +153,13 @@ vorParameterPtr vorParameterRef::resolve() const {
         if (root_type->type() == TYPE_STRING && root_type->get_string() != m_required_root_type)
             return vorParameterError::create(ERR_TYPE);
     }
-    return end == result.get() ? result : vorParameterPtr::share(end);
+    // A value that only this resolution holds (the result of an expression)
+    // is kept alive by the reference. Anything else lives elsewhere, in a
+    // tree or with the host, and is only referred to: owning it could close
+    // a cycle of ownership (two maps whose members refer to each other).
+    if (end == result.get() && result.unique())
+        return result;
+    return vorParameterPtr(coPrfExtern(), end);
 }
 
 vorParameter* vorParameterRef::referent() const {

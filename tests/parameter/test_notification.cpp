@@ -93,3 +93,34 @@ TEST(Query, EvaluatesTextsThroughTheSettableFunction) {
     EXPECT_DOUBLE_EQ(query.get_double("tool.diameter"), 6.0);
     query.set_scope(nullptr);
 }
+
+TEST(RootTables, ActiveExpressionsAndWhatDependsOnWhat) {
+    vorParameterRoot root("machining");
+    vorParameterPtr tool = root.add("Tool", vorParameterPtr(new vorParameterMap()));
+    tool->add("Diameter", real(6));
+    root.add("Depth", real(2));
+    root.add("finish", real(1))->set_active("Depth > 0 & Tool.Diameter < 10 & depth2 > x");
+    tool->add("flutes", real(2))->set_active("Depth>1|Tool.Diameter==6");
+    root.add("plain", real(3));
+    // A name far longer than any parameter's is passed over, not matched.
+    root.add("odd", real(4))->set_active("Q" + utString(std::string(100000, 'a')) + " > 0");
+
+    utStringutStringcoSetcoTable readers;
+    vorParameterRoot::build_active_expr_pars_table(root, readers);
+    ASSERT_EQ(readers.size(), 3u);
+    const utStringcoSet* finish = readers.find("machining.finish");
+    ASSERT_NE(finish, nullptr);
+    EXPECT_EQ(std::vector<utString>(finish->begin(), finish->end()),
+              (std::vector<utString>{"Depth", "Tool.Diameter"}));
+    ASSERT_NE(readers.find("machining.Tool.flutes"), nullptr);
+    EXPECT_TRUE(readers.find("machining.odd")->empty());
+
+    utStringutStringcoSetcoTable dependants;
+    vorParameterRoot::build_par_dependency_table(root, dependants);
+    ASSERT_EQ(dependants.size(), 2u);
+    EXPECT_EQ(
+        std::vector<utString>(dependants.find("Depth")->begin(), dependants.find("Depth")->end()),
+        (std::vector<utString>{"machining.Tool.flutes", "machining.finish"}))
+        << "in the order the walk met them";
+    EXPECT_EQ(dependants.find("Tool.Diameter")->size(), 2u);
+}

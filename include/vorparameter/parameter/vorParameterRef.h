@@ -29,8 +29,11 @@
 // resolution, so a chain costs time linear in its length; chains deeper than
 // the evaluator's nesting limit end in the Expression/Reference error.
 //
-// The referent is held by the reference until it resolves again: a reference
-// whose text is an expression (not a path) keeps that value alive meanwhile.
+// A reference does not own its referent, which lives in a tree or with the
+// host (so references that refer to each other cannot keep each other
+// alive); a referent removed and released while a reference to it is being
+// resolved is not supported. A reference whose text is an expression (not a
+// path) keeps that value alive until it resolves again.
 //
 //===----------------------------------------------------------------------===//
 #ifndef VORPARAMETER_PARAMETER_VORPARAMETERREF_H

@@ -64,6 +64,21 @@ public:
     utString translate_key(const utString& text) const;
     /// The root above `node` (or `node` itself), null when the top is no root.
     static const vorParameterRoot* get_root(const vorParameter* node);
+    /// Fills `table` with, for each parameter below `root` (and `root`
+    /// itself) that has an active expression, keyed by its full display name,
+    /// the names its expression mentions: dotted names whose every component
+    /// begins with a capital letter ("Depth", "Tool.Diameter"), the naming
+    /// rule of parameters that conditions read. Names longer than
+    /// max_table_name_length bytes are passed over.
+    static void build_active_expr_pars_table(const vorParameter& root,
+                                             utStringutStringcoSetcoTable& table);
+    /// The same relation inverted: for each name that an active expression
+    /// mentions, the full names of the parameters whose active state depends
+    /// on it.
+    static void build_par_dependency_table(const vorParameter& root,
+                                           utStringutStringcoSetcoTable& table);
+    static constexpr std::size_t max_table_name_length = 1024;
+
     /// Resets the members registered with add_nonpersistent_par.
     void reset_nonpersistent_pars();
     void add_nonpersistent_par(const utString& name) { m_nonpersistent.push_back(name); }

@@ -37,5 +37,6 @@ using utStringutStringcoTable = coTable<utString, utString>;
 using utStringintcoTable = coTable<utString, int>;
 using utStringcoSet = coSet<utString>;
 using utStringcoSList = coSList<utString>;
+using utStringutStringcoSetcoTable = coTable<utString, utStringcoSet>;
 
 #endif // VORPARAMETER_PLATFORM_COCONTAINERS_H
