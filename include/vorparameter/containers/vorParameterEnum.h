@@ -80,7 +80,9 @@ public:
     /// True when state `index` (from the end when negative: -1 is the last)
     /// has no condition, or its condition evaluates, in this enumeration's
     /// scope, to a number whose integer value is non-zero. Any other result,
-    /// an error or a missing state is inactive.
+    /// an error or a missing state is inactive. A condition counts as one
+    /// evaluation against the read's budget (vorEvalLevel), like an active
+    /// expression, so conditions that read each other end inactive.
     bool is_state_active(int index) const;
     /// Clears every state's condition: every state becomes active.
     void strip_active_states();
@@ -93,7 +95,8 @@ public:
     /// A text that is a whole number of 0 or more selects the state of that
     /// index (the empty value when there is none); any other text is stored
     /// after the synonym table, whether it names a state or not ("-1" is
-    /// stored as "-1"). Ignored when locked; runs the on-modify callback.
+    /// stored as "-1", and so is a number too long for 64 bits). Ignored when
+    /// locked; runs the on-modify callback.
     void set_string(const utString& text) override;
     /// True when the value (evaluated, for an expression) names a state.
     bool is_valid() const override;
