@@ -22,7 +22,9 @@
 // interpolation ("${expr}") is an expression whose interpolated text names
 // the state.
 //
-// A locked enumeration ignores set_string, set_int, reset and add_state.
+// reset() returns to the value the enumeration was made with, unless the host
+// gave other defaults (set_defaults). A locked enumeration ignores
+// set_string, set_int, reset and add_state.
 //
 // Looking a state up by name costs O(1): an index of the names is kept with
 // the states.
