@@ -2,8 +2,9 @@
 //
 // One include gives a host everything: the parameter tree (handles, keys,
 // maps, roots), values (numbers with dimensions, strings, errors), the
-// expression evaluator, the containers (arrays, lists, vectors), the function
-// library and the platform types they use (text, geometry, units).
+// expression evaluator, the containers (arrays, lists, enumerations,
+// vectors), the function library and the platform types they use (text,
+// geometry, units).
 //
 //   #include <vorparameter/vorparameter.h>
 //
@@ -32,11 +33,11 @@
 #include "vorparameter/platform/vorUnitsUtils.h"
 
 #include "vorparameter/parameter/vorParameter.h"
+#include "vorparameter/parameter/vorParameterData.h"
 #include "vorparameter/parameter/vorParameterGuards.h"
 #include "vorparameter/parameter/vorParameterIter.h"
 #include "vorparameter/parameter/vorParameterKey.h"
 #include "vorparameter/parameter/vorParameterLoader.h"
-#include "vorparameter/parameter/vorParameterData.h"
 #include "vorparameter/parameter/vorParameterMap.h"
 #include "vorparameter/parameter/vorParameterProxy.h"
 #include "vorparameter/parameter/vorParameterRef.h"
@@ -52,6 +53,7 @@
 #include "vorparameter/expression/vorRange.h"
 
 #include "vorparameter/containers/vorParameterArray.h"
+#include "vorparameter/containers/vorParameterEnum.h"
 #include "vorparameter/containers/vorParameterList.h"
 #include "vorparameter/containers/vorParameterSharedList.h"
 #include "vorparameter/containers/vorParameterTempArray.h"

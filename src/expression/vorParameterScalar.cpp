@@ -2,6 +2,7 @@
 
 #include "vorparameter/expression/vorParameterScalar.h"
 
+#include "vorparameter/containers/vorParameterEnum.h"
 #include "vorparameter/expression/vorEvaluator.h"
 #include "vorparameter/expression/vorParameterError.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
@@ -87,11 +88,39 @@ void vorParameterScalar::reset() {
         set_string(impl.default_value);
 }
 
+namespace {
+
+/// "==" or "!=" of two scalars of which at least one is an enumeration. Both
+/// texts must name a state of every enumeration operand, so that a misspelt
+/// state ("strategy == 'rastr'") is a type error rather than a silent false;
+/// names then compare after the synonym table, as states are looked up.
+vorParameterPtr compare_with_enumeration(const utString& op, const vorParameter& lhs,
+                                         const vorParameter& rhs) {
+    // Read as the host would read them unlocked: an on-read callback may
+    // refresh the value, which a lock would refuse.
+    vorParameterNoLock unlocked;
+    const utString left = lhs.get_string();
+    const utString right = rhs.get_string();
+    for (const vorParameter* operand : {&lhs, &rhs}) {
+        const vorParameterEnum* enumeration = vorParameterEnum::ut_dynamic_cast(operand->get_ref());
+        if (enumeration &&
+            (enumeration->find_index(left) < 0 || enumeration->find_index(right) < 0))
+            return vorParameterError::create(ERR_TYPE);
+    }
+    const bool same = vorParameterEnum::lookup_state_synonym(left) ==
+                      vorParameterEnum::lookup_state_synonym(right);
+    return vorParameterNumeric::create_bool(op == "==" ? same : !same);
+}
+
+} // namespace
+
 vorParameterPtr vorParameterScalar::operate_binary(const utString& op,
                                                    const vorParameterPtr& other) const {
     if (!other->is_valid())
         return vorParameterError::create(ERR_INVALID_ARGUMENTS);
     if (op == "==" || op == "!=") {
+        if (type() == TYPE_ENUM || other->type() == TYPE_ENUM)
+            return compare_with_enumeration(op, *this, *other);
         bool same = get_string() == other->get_string();
         return vorParameterNumeric::create_bool(op == "==" ? same : !same);
     }

@@ -1,5 +1,6 @@
 #include "demo_tree.h"
 
+#include "vorparameter/containers/vorParameterEnum.h"
 #include "vorparameter/expression/vorDimensions.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
 #include "vorparameter/expression/vorParameterString.h"
@@ -44,6 +45,13 @@ vorParameterPtr build_demo_tree() {
     // The cutter is the tool itself, not a copy: reads and lookups go
     // through to it.
     strategy->add("cutter", vorParameterPtr(new vorParameterRef("tool")));
+    // A choice among titled states; a spiral needs three flutes or more.
+    auto* method = new vorParameterEnum();
+    method->add_state("raster", "Raster passes", "Parallel passes along X", "");
+    method->add_state("offset", "Offset passes", "Passes that follow the boundary", "");
+    method->add_state("spiral", "Spiral", "One continuous spiral", "tool.flutes >= 3");
+    method->set_string("offset");
+    strategy->add("method", vorParameterPtr(method));
     root->add("strategy", strategy);
     return root;
 }

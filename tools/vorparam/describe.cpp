@@ -1,5 +1,6 @@
 #include "describe.h"
 
+#include "vorparameter/containers/vorParameterEnum.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
 
 namespace vorparam {
@@ -24,6 +25,10 @@ std::string describe(const vorParameterPtr& par) {
     }
     if (par->type() == TYPE_STRING)
         return "\"" + value + "\" (text)";
+    if (const vorParameterEnum* choice = vorParameterEnum::ut_dynamic_cast(par.get())) {
+        const std::string title = choice->get_state_title(utString(value)).str();
+        return value + (title.empty() ? " (choice)" : " (" + title + ")");
+    }
     return value;
 }
 

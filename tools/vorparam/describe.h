@@ -9,7 +9,8 @@
 namespace vorparam {
 
 /// The value and what it measures: "6 [L]", "4 (dimensionless)",
-/// "\"End mill 6mm\" (text)", "{1 (dimensionless); 2 (dimensionless)}" or
+/// "\"End mill 6mm\" (text)", a choice's state with its title
+/// "offset (Offset passes)", "{1 (dimensionless); 2 (dimensionless)}" or
 /// "error: Invalid name".
 std::string describe(const vorParameterPtr& par);
 

@@ -28,6 +28,11 @@ public:
     bool is_equal(const vorParameter& other) const override;
     void set_defaults(const utString& value, const utString& alternative) override;
     void reset() override;
+    /// The rules every scalar shares, after an invalid right operand (which
+    /// gives ERR_INVALID_ARGUMENTS): "==" and "!=" compare the texts, and when
+    /// either operand is an enumeration both texts must name one of its states
+    /// (else ERR_TYPE); "+" concatenates the texts; any other operator is the
+    /// base's error.
     vorParameterPtr operate_binary(const utString& op, const vorParameterPtr& other) const override;
 
     /// The stored text as it stands.
