@@ -26,12 +26,11 @@ void look_up(const vorParameterPtr& scope, const vorParameterKey& key) {
     constant.resolve(key)->get_double();
 }
 
-void add_and_remove(const vorParameterPtr& root, const vorParameterKey& key) {
-    vorParameterPtr scratch = root->add("scratch", fuzz_map());
+void add_and_remove(const vorParameterKey& key) {
+    vorParameterPtr scratch = fuzz_map();
     scratch->add(key, fuzz_number(SUB_REAL, DIM_LENGTH, 1));
     (*scratch)[key]->get_double();
     scratch->remove(key);
-    root->remove("scratch");
 }
 
 } // namespace
@@ -46,6 +45,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     look_up(root, key);
     look_up((*root)["tool"], key);
     look_up((*root)["passes"], key);
-    add_and_remove(root, key);
+    add_and_remove(key);
     return 0;
 }

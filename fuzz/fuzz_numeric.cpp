@@ -31,9 +31,8 @@ void read_every_way(const vorParameterNumeric& numeric) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     utString text;
-    if (size < header_size || !fuzz_accept(data, size, max_input, text))
+    if (size < header_size || !fuzz_accept(data + header_size, size - header_size, max_input, text))
         return 0;
-    text = utString(reinterpret_cast<const char*>(data) + header_size, size - header_size);
     // Any int is a defined value of the dimension enum; most give an invalid one.
     const vorDimensions dim(static_cast<vorDimStandard>(data[1] % 18));
     vorParameterPtr root = fuzz_build_tree();
