@@ -236,15 +236,17 @@ cmd_tsan() {
 }
 
 # run_fuzzer <target> <seconds>: runs one target on a scratch corpus in the
-# fuzz build folder, seeded read-only from fuzz/corpus/<name>; its log and any
-# reproducer stay in that folder.
+# fuzz build folder, seeded read-only from fuzz/corpus/<name> and the
+# reproducers of past findings in fuzz/regressions/<name>; its log and any new
+# reproducer stay in the build folder.
 run_fuzzer() {
     local target=$1 seconds=$2 name=${1#fuzz_}
     local scratch=$FUZZ_DIR/corpus/$name findings=$FUZZ_DIR/findings/$name
-    local log=$FUZZ_DIR/logs/$name.log
+    local log=$FUZZ_DIR/logs/$name.log seeds=("fuzz/corpus/$name")
+    [[ -d fuzz/regressions/$name ]] && seeds+=("fuzz/regressions/$name")
     mkdir -p "$scratch" "$findings" "$FUZZ_DIR/logs"
     say "fuzzing $name for ${seconds}s (log: $log)"
-    if "$FUZZ_DIR/fuzz/$target" "$scratch" "fuzz/corpus/$name" \
+    if "$FUZZ_DIR/fuzz/$target" "$scratch" "${seeds[@]}" \
         -dict=fuzz/vorparameter.dict -max_total_time="$seconds" -timeout=30 \
         -rss_limit_mb="$FUZZ_RSS_LIMIT_MB" -artifact_prefix="$findings/" \
         -print_final_stats=1 >"$log" 2>&1; then
