@@ -250,7 +250,7 @@ run_fuzzer() {
         -dict=fuzz/vorparameter.dict -max_total_time="$seconds" -timeout=30 \
         -rss_limit_mb="$FUZZ_RSS_LIMIT_MB" -artifact_prefix="$findings/" \
         -print_final_stats=1 >"$log" 2>&1; then
-        grep -E '^#[0-9]+ +DONE' "$log" | tail -n 1
+        grep -aE '^#[0-9]+[[:space:]]+DONE' "$log" | tail -n 1
         return 0
     fi
     tail -n 40 "$log"
