@@ -1,21 +1,29 @@
 #!/usr/bin/env bash
 # Developer entry point: builds libvorparameter and runs its demo, tests,
-# sanitizer tests or benchmarks. Missing build tools are installed with
-# apt-get on Debian-like systems.
+# sanitizer tests, benchmarks or fuzzers. Missing build tools are installed
+# with apt-get on Debian-like systems.
 #
 #   ./dev.sh demo       build (build/) and run `vorparam demo`
 #   ./dev.sh test       build with tests and benchmarks, run every test
 #   ./dev.sh sanitize   build with ASan+UBSan (build-sanitize/), run every test
+#   ./dev.sh tsan       build with ThreadSanitizer (build-tsan/), run the handle tests
+#   ./dev.sh fuzz [S]   build the libFuzzer targets with clang (build-fuzz/) and
+#                       run each for S seconds (30); any finding fails
 #   ./dev.sh bench      build and run the benchmarks
 #
-# Environment: VORPARAMETER_BUILD_DIR and VORPARAMETER_SANITIZE_BUILD_DIR
-# override the two build folders; CTEST_JOBS the test parallelism (2).
+# Environment: VORPARAMETER_BUILD_DIR, VORPARAMETER_SANITIZE_BUILD_DIR,
+# VORPARAMETER_TSAN_BUILD_DIR and VORPARAMETER_FUZZ_BUILD_DIR override the
+# build folders; CTEST_JOBS the test parallelism (2); FUZZ_RSS_LIMIT_MB the
+# memory a fuzzer may hold before its growth counts as a finding (2048).
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
 BUILD_DIR=${VORPARAMETER_BUILD_DIR:-build}
 SANITIZE_DIR=${VORPARAMETER_SANITIZE_BUILD_DIR:-build-sanitize}
+TSAN_DIR=${VORPARAMETER_TSAN_BUILD_DIR:-build-tsan}
+FUZZ_DIR=${VORPARAMETER_FUZZ_BUILD_DIR:-build-fuzz}
+FUZZ_RSS_LIMIT_MB=${FUZZ_RSS_LIMIT_MB:-2048}
 CTEST_JOBS=${CTEST_JOBS:-2}
 JOBS=$(nproc 2>/dev/null || echo 2)
 
@@ -32,6 +40,9 @@ usage: ./dev.sh <command>
   demo       build everything (build/) and run `vorparam demo`
   test       build with tests and benchmarks (build/) and run all tests
   sanitize   build with AddressSanitizer and UBSan (build-sanitize/) and run all tests
+  tsan       build with ThreadSanitizer (build-tsan/) and run the handle tests
+  fuzz [S]   build the libFuzzer targets with clang (build-fuzz/) and run each
+             for S seconds (default 30); a crash, leak, timeout or OOM fails
   bench      build (build/) and run the benchmarks
   help       show this message
 EOF
@@ -43,7 +54,22 @@ is_installed() {
     dpkg -s "$1" 2>/dev/null | grep -q '^Status: install ok installed'
 }
 
-# Debian packages still missing for the given needs ("base", "test").
+# Whether clang links a libFuzzer target (the runtime ships separately from
+# the compiler on Debian).
+fuzzer_links() {
+    local probe
+    command -v clang++ >/dev/null 2>&1 || return 1
+    probe=$(mktemp -d)
+    printf '%s\n' '#include <cstddef>' '#include <cstdint>' \
+        'extern "C" int LLVMFuzzerTestOneInput(const uint8_t*, size_t) { return 0; }' \
+        >"$probe/probe.cpp"
+    clang++ -fsanitize=fuzzer "$probe/probe.cpp" -o "$probe/probe" >/dev/null 2>&1
+    local status=$?
+    rm -rf "$probe"
+    return $status
+}
+
+# Debian packages still missing for the given needs ("base", "test", "fuzz").
 missing_packages() {
     local need missing=()
     command -v cmake >/dev/null 2>&1 || missing+=(cmake)
@@ -56,6 +82,12 @@ missing_packages() {
             for pkg in libgtest-dev libbenchmark-dev libmuparser-dev; do
                 is_installed "$pkg" || missing+=("$pkg")
             done
+        elif [[ $need == fuzz ]]; then
+            if ! command -v clang++ >/dev/null 2>&1; then
+                missing+=(clang libclang-rt-dev)
+            elif ! fuzzer_links; then
+                missing+=(libclang-rt-dev)
+            fi
         fi
     done
     [[ ${#missing[@]} -eq 0 ]] || printf '%s\n' "${missing[@]}"
@@ -191,6 +223,62 @@ cmd_sanitize() {
     run_tests "$SANITIZE_DIR"
 }
 
+cmd_tsan() {
+    ensure_deps base test
+    export TSAN_OPTIONS="halt_on_error=1:second_deadlock_stack=1${TSAN_OPTIONS:+:$TSAN_OPTIONS}"
+    local args=(-DVORPARAMETER_TSAN=ON -DVORPARAMETER_BUILD_TESTS=ON
+        -DVORPARAMETER_BUILD_BENCHMARKS=OFF -DVORPARAMETER_BUILD_TOOLS=OFF)
+    [[ -f $TSAN_DIR/CMakeCache.txt ]] || args+=(-DCMAKE_BUILD_TYPE=Debug)
+    configure "$TSAN_DIR" "${args[@]}"
+    build "$TSAN_DIR" --target vorparameter_tests
+    say "testing $TSAN_DIR (Handle*)"
+    "$TSAN_DIR/tests/vorparameter_tests" --gtest_filter='Handle*'
+}
+
+# run_fuzzer <target> <seconds>: runs one target on a scratch corpus in the
+# fuzz build folder, seeded read-only from fuzz/corpus/<name> and the
+# reproducers of past findings in fuzz/regressions/<name>; its log and any new
+# reproducer stay in the build folder.
+run_fuzzer() {
+    local target=$1 seconds=$2 name=${1#fuzz_}
+    local scratch=$FUZZ_DIR/corpus/$name findings=$FUZZ_DIR/findings/$name
+    local log=$FUZZ_DIR/logs/$name.log seeds=("fuzz/corpus/$name")
+    [[ -d fuzz/regressions/$name ]] && seeds+=("fuzz/regressions/$name")
+    mkdir -p "$scratch" "$findings" "$FUZZ_DIR/logs"
+    say "fuzzing $name for ${seconds}s (log: $log)"
+    if "$FUZZ_DIR/fuzz/$target" "$scratch" "${seeds[@]}" \
+        -dict=fuzz/vorparameter.dict -max_total_time="$seconds" -timeout=30 \
+        -rss_limit_mb="$FUZZ_RSS_LIMIT_MB" -artifact_prefix="$findings/" \
+        -print_final_stats=1 >"$log" 2>&1; then
+        grep -aE '^#[0-9]+[[:space:]]+DONE' "$log" | tail -n 1
+        return 0
+    fi
+    tail -n 40 "$log"
+    say "$name: finding saved in $findings/"
+    return 1
+}
+
+cmd_fuzz() {
+    local seconds=${1:-30}
+    [[ $seconds =~ ^[0-9]+$ ]] || die "fuzz: SECONDS must be a whole number, not \"$seconds\""
+    ensure_deps base fuzz
+    local leaks=1
+    leak_detection_works "$FUZZ_DIR" || leaks=0
+    export ASAN_OPTIONS="detect_leaks=$leaks${ASAN_OPTIONS:+:$ASAN_OPTIONS}"
+    export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1${UBSAN_OPTIONS:+:$UBSAN_OPTIONS}"
+    local args=(-DVORPARAMETER_BUILD_FUZZERS=ON -DVORPARAMETER_BUILD_TESTS=OFF
+        -DVORPARAMETER_BUILD_BENCHMARKS=OFF -DVORPARAMETER_BUILD_TOOLS=OFF)
+    [[ -f $FUZZ_DIR/CMakeCache.txt ]] ||
+        args+=(-DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=RelWithDebInfo)
+    configure "$FUZZ_DIR" "${args[@]}"
+    build "$FUZZ_DIR"
+    local target failed=()
+    for target in fuzz_evaluator fuzz_key fuzz_interpolation fuzz_dimensions fuzz_numeric; do
+        run_fuzzer "$target" "$seconds" || failed+=("${target#fuzz_}")
+    done
+    [[ ${#failed[@]} -eq 0 ]] || die "fuzzing found problems in: ${failed[*]}"
+}
+
 cmd_bench() {
     ensure_deps base test
     local args=(-DVORPARAMETER_BUILD_BENCHMARKS=ON)
@@ -207,6 +295,8 @@ case $command in
 demo) cmd_demo ;;
 test) cmd_test ;;
 sanitize) cmd_sanitize ;;
+tsan) cmd_tsan ;;
+fuzz) cmd_fuzz "$@" ;;
 bench) cmd_bench "$@" ;;
 help | -h | --help) usage ;;
 *)
