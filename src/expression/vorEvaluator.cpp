@@ -172,7 +172,7 @@ vorParameterPtr vorEvaluator::evaluate(const utString& text) {
         result = vorParameterError::create(is_error(result) || result->is_ref() ? ERR_EXPRESSION
                                                                                 : ERR_SYNTAX);
     else if (!is_error(result) && lexical_error_pending())
-        result = m_token_value; // "a 'b": an unterminated string is no trailing text to drop
+        result = m_token_value; // "a 'b": text that cannot be read is not dropped
     normalised_expr();
     return vorEvalLevel::settle(std::move(result));
 }

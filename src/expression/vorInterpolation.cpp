@@ -95,9 +95,8 @@ utString vorEvaluator::interpolate_string(const utString& text) {
 // appends its value. The tokenizer reads no further than `end`: the end of
 // the text, or for a short form the end of its name run, so that the form is
 // read where it stands and the text is never rewritten. Leaves m_pos on the
-// first character after the form.
-// False when the value was an error (appended in brackets): the expansion
-// ends.
+// first character after the form. False when the value was an error
+// (appended in brackets): the expansion ends.
 bool vorEvaluator::interpolate_marker(utString& result, std::size_t open, bool short_form,
                                       std::size_t end) {
     // Reading the value may interpolate further strings: the whole form is
@@ -113,9 +112,9 @@ bool vorEvaluator::interpolate_marker(utString& result, std::size_t open, bool s
         level.refused() ? vorParameterError::create(ERR_EXPRESSION) : expression(0, 1, 0, types);
     const char* close = m_wide_expr[open] == '[' ? "]" : "}";
     if (short_form && token_is("}"))
-        --m_pos; // a "}" the name did not open ends it and stays in the text
-    else if (short_form ? !short_form_complete() : !token_is(close))
-        value = is_error(value) ? value : vorParameterError::create(ERR_SYNTAX);
+        --m_pos; // a "}" the expression did not open ends the form and stays in the text
+    else if (!is_error(value) && !(short_form ? short_form_complete() : token_is(close)))
+        value = vorParameterError::create(ERR_SYNTAX);
     m_end = m_wide_expr.size();
     if (value->type() == TYPE_MAP || value->type() == TYPE_ARRAY)
         value = vorParameterError::create(ERR_TYPE);

@@ -201,6 +201,8 @@ private:
     bool scan_symbol(int expect_operand);
     bool interpolate_marker(utString& result, std::size_t open, bool short_form, std::size_t end);
     bool short_form_complete() const;
+    /// True when the tokenizer stopped at text it could not read (an
+    /// unterminated string, a malformed number, an unknown symbol).
     bool lexical_error_pending() const {
         return m_token_kind == TOKEN_END && !m_token_value.is_null();
     }
