@@ -125,6 +125,7 @@ vorEvaluator::~vorEvaluator() = default;
 void vorEvaluator::begin(const utString& text) {
     m_expr = text;
     set_wide_expr();
+    m_end = m_wide_expr.size();
     m_paramset.clear();
     m_paramset_members.clear();
     m_arg_stack.clear();
@@ -170,6 +171,8 @@ vorParameterPtr vorEvaluator::evaluate(const utString& text) {
     if (static_cast<std::size_t>(m_pos) != m_wide_expr.size() || !check_parentheses())
         result = vorParameterError::create(is_error(result) || result->is_ref() ? ERR_EXPRESSION
                                                                                 : ERR_SYNTAX);
+    else if (!is_error(result) && lexical_error_pending())
+        result = m_token_value; // "a 'b": text that cannot be read is not dropped
     normalised_expr();
     return vorEvalLevel::settle(std::move(result));
 }

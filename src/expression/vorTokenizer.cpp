@@ -3,7 +3,9 @@
 // next_token cuts the expression text into tokens on demand of the parser.
 // Number literals and string literals become parameters here already. The
 // tokenizer rewrites the text in place: argument separators become ";" and
-// decimal separators inside numbers become the locale's decimal point.
+// decimal separators inside numbers become the locale's decimal point. It
+// reads up to m_end, which is the end of the text except while interpolation
+// reads a short-form "$name", whose expression ends with its name run.
 //
 //===----------------------------------------------------------------------===//
 
@@ -79,7 +81,7 @@ void vorEvaluator::next_token(vorCharTypes& types, int expect_operand) {
     m_after_number = false;
     m_token_kind = TOKEN_END;
     m_token_value.reset();
-    const int length = static_cast<int>(m_wide_expr.size());
+    const int length = static_cast<int>(m_end);
     while (m_pos < length && types.isspace(static_cast<std::size_t>(m_pos)))
         ++m_pos;
     if (m_pos >= length)
@@ -131,7 +133,7 @@ void vorEvaluator::next_token(vorCharTypes& types, int expect_operand) {
 // Unit suffixes are separate tokens ("10mm" is 10 and the operator "mm").
 bool vorEvaluator::scan_number(vorCharTypes& types, bool after_number) {
     const std::size_t start = static_cast<std::size_t>(m_pos);
-    const std::size_t length = m_wide_expr.size();
+    const std::size_t length = m_end;
     const char32_t c = m_wide_expr[start];
     auto is_point = [this](char32_t d) {
         return d == '.' || d == static_cast<char32_t>(m_alt_decimal);
@@ -192,7 +194,7 @@ bool vorEvaluator::scan_number(vorCharTypes& types, bool after_number) {
 void vorEvaluator::scan_name(vorCharTypes& types, int expect_operand) {
     std::size_t start = static_cast<std::size_t>(m_pos);
     std::size_t i = start + 1;
-    while (i < m_wide_expr.size() && (types.isalnum(i) || m_wide_expr[i] == '_'))
+    while (i < m_end && (types.isalnum(i) || m_wide_expr[i] == '_'))
         ++i;
     m_pos = static_cast<int>(i);
     m_token = utString(vorMultiByteToWideChar::convert_back(
@@ -210,10 +212,10 @@ void vorEvaluator::scan_name(vorCharTypes& types, int expect_operand) {
             return;
         }
     }
-    while (static_cast<std::size_t>(m_pos) < m_wide_expr.size() &&
+    while (static_cast<std::size_t>(m_pos) < m_end &&
            types.isspace(static_cast<std::size_t>(m_pos)))
         ++m_pos;
-    const bool call = static_cast<std::size_t>(m_pos) < m_wide_expr.size() &&
+    const bool call = static_cast<std::size_t>(m_pos) < m_end &&
                       m_wide_expr[static_cast<std::size_t>(m_pos)] == '(';
     m_token_kind = call ? TOKEN_CALL : TOKEN_NAME;
 }
@@ -223,11 +225,11 @@ void vorEvaluator::scan_name(vorCharTypes& types, int expect_operand) {
 void vorEvaluator::scan_string() {
     const std::size_t open = static_cast<std::size_t>(m_pos);
     const char32_t quote = m_wide_expr[open];
-    const std::size_t close = m_wide_expr.find(quote, open + 1);
-    std::u32string_view wide(m_wide_expr);
-    if (close == vorWideString::npos) {
+    const std::u32string_view wide = std::u32string_view(m_wide_expr).substr(0, m_end);
+    const std::size_t close = wide.find(quote, open + 1);
+    if (close == std::u32string_view::npos) {
         m_token = utString(vorMultiByteToWideChar::convert_back(wide.substr(open)));
-        m_pos = static_cast<int>(m_wide_expr.size());
+        m_pos = static_cast<int>(m_end);
         m_token_value = vorParameterError::create(ERR_SYNTAX);
         return;
     }
@@ -252,7 +254,7 @@ bool vorEvaluator::scan_symbol(int expect_operand) {
         return false;
     const bool pair = g_pair_starts.find(static_cast<char>(first)) != std::string::npos;
     for (std::size_t width : {std::size_t(2), std::size_t(1)}) {
-        if ((width == 2 && !pair) || pos + width > m_wide_expr.size())
+        if ((width == 2 && !pair) || pos + width > m_end)
             continue;
         utString text(vorMultiByteToWideChar::convert_back(
             std::u32string_view(m_wide_expr).substr(pos, width)));

@@ -124,6 +124,9 @@ TEST_F(Evaluator, ShortCircuitSkipsNameLookups) {
 TEST_F(Evaluator, SyntaxErrors) {
     for (const char* bad : {"", "   ", "1 2", "(1", "1)", "a =< b", "1 +", "*", "\"abc"})
         EXPECT_EQ(kind(bad), ERR_SYNTAX) << bad;
+    // A text that cannot be read after a complete value is not dropped.
+    for (const char* bad : {"a 'b", "a 1e+", "0 & 'b"})
+        EXPECT_EQ(kind(bad), ERR_SYNTAX) << bad;
     // The parse stops at "[" with an error, before the end of the text.
     EXPECT_EQ(kind("[1]"), ERR_EXPRESSION);
     EXPECT_EQ(number("a <= b"), 1);

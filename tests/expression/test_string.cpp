@@ -42,6 +42,23 @@ TEST(String, InterpolationMakesAnExpression) {
         << "a list has no printed value";
 }
 
+TEST(String, ShortFormsEndWithTheirNameRun) {
+    vorParameterPtr root(new vorParameterRoot("machining"));
+    root->add("w", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, 2)));
+    vorEvaluator evaluator(root.get());
+    EXPECT_EQ(evaluator.interpolate_string("$w+1 is $w,$w\t$w"), "3 is 2,2\t2");
+    EXPECT_EQ(evaluator.interpolate_string("Länge $w mm, ø${w}ü"), "Länge 2 mm, ø2ü");
+    // A "}" the expression did not open ends the form and stays in place.
+    EXPECT_EQ(evaluator.interpolate_string("{w: $w}"), "{w: 2}");
+    EXPECT_EQ(evaluator.interpolate_string("$w}x"), "2}x");
+    EXPECT_EQ(evaluator.interpolate_string("$w}$w}"), "2}2}");
+    EXPECT_EQ(evaluator.interpolate_string("${w}$w}"), "2$w}") << "right after a form";
+    EXPECT_EQ(evaluator.interpolate_string("{$w*{3}[0]}"), "{6}") << "a list's own \"}\"";
+    // Nothing is read beyond the run: a string cut by the blank is unterminated.
+    EXPECT_EQ(evaluator.interpolate_string("$w+'a b'"), "[#ERROR: Syntax error]");
+    EXPECT_EQ(evaluator.interpolate_string("x $w) y"), "x [#ERROR: Syntax error]");
+}
+
 TEST(String, AnExpressionMustGiveAString) {
     vorParameterPtr root(new vorParameterRoot("machining"));
     vorParameterPtr s = root->add("s", vorParameterPtr(new vorParameterString("${s}")));

@@ -199,8 +199,13 @@ private:
     void scan_name(vorCharTypes& types, int expect_operand);
     void scan_string();
     bool scan_symbol(int expect_operand);
-    bool interpolate_marker(utString& result, std::size_t open, bool short_form,
-                            char32_t& previous);
+    bool interpolate_marker(utString& result, std::size_t open, bool short_form, std::size_t end);
+    bool short_form_complete() const;
+    /// True when the tokenizer stopped at text it could not read (an
+    /// unterminated string, a malformed number, an unknown symbol).
+    bool lexical_error_pending() const {
+        return m_token_kind == TOKEN_END && !m_token_value.is_null();
+    }
     static bool is_error(const vorParameterPtr& p) {
         return p->type() == TYPE_ERROR && !p->is_ref();
     }
@@ -208,6 +213,9 @@ private:
     utString m_expr;
     vorWideString m_wide_expr;
     int m_pos = 0;
+    /// Where the tokenizer stops reading: the end of the text, or the end of
+    /// the name run while a short-form "$name" is read.
+    std::size_t m_end = 0;
     int m_token_kind = TOKEN_END;
     int m_token_count = 0;
     vorParameterPtr m_token_value;

@@ -1,0 +1,54 @@
+// Interpolation of texts as long as an expression may be, made of nothing but
+// forms: each must expand completely, in time linear in the text's length, so
+// that a quadratic path would run for minutes here under the sanitizers.
+
+#include "vorparameter/expression/vorEvaluator.h"
+#include "vorparameter/expression/vorParameterString.h"
+#include "vorparameter/parameter/vorParameterRoot.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+/// `unit` repeated to fill the longest text an expression may have.
+std::string longest_text_of(const std::string& unit) {
+    std::string text;
+    while (text.size() + unit.size() <= vorEvaluator::max_expression_length)
+        text += unit;
+    return text;
+}
+
+class StressInterpolation : public ::testing::Test {
+protected:
+    StressInterpolation()
+        : root(new vorParameterRoot("machining")) {
+        root->add("a", vorParameterPtr(new vorParameterString("xyz")));
+    }
+
+    /// Expands `unit` repeated as often as fits, and expects `expansion`
+    /// repeated as often.
+    void expect_expansion(const std::string& unit, const std::string& expansion) {
+        const std::string text = longest_text_of(unit);
+        std::string expected;
+        for (std::size_t i = 0; i < text.size() / unit.size(); ++i)
+            expected += expansion;
+        const utString result = vorEvaluator(root.get()).interpolate_string(utString(text));
+        EXPECT_EQ(result.size(), expected.size()) << unit;
+        EXPECT_TRUE(result == utString(expected)) << unit;
+    }
+
+    vorParameterPtr root;
+};
+
+} // namespace
+
+TEST_F(StressInterpolation, TextsOfOnlyFormsExpandCompletely) {
+    expect_expansion("$a ", "xyz ");
+    expect_expansion("$a}", "xyz}");
+    expect_expansion("${a} ", "xyz ");
+    expect_expansion("%[a] ", "xyz ");
+    expect_expansion("$a,${a} %[a] $$ ", "xyz,xyz xyz $ ");
+    expect_expansion("$$", "$");
+}
