@@ -25,7 +25,10 @@
 #include "vorparameter/expression/vorEvaluator.h"
 
 #include "vorparameter/expression/vorParameterError.h"
+#include "vorparameter/expression/vorParameterString.h"
 #include "vorparameter/platform/nlsUtils.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -123,6 +126,11 @@ bool vorEvaluator::interpolate_marker(utString& result, std::size_t open, bool s
     // whatever text came back.
     if (vorEvalLevel::limit_reached())
         value = vorParameterError::create(ERR_EXPRESSION);
+    // The expansion is bounded like every text that evaluation builds.
+    if (value->type() != TYPE_ERROR &&
+        text.size() > vorParameterString::max_text_length -
+                          std::min(result.size(), vorParameterString::max_text_length))
+        value = vorParameterError::create(ERR_DOMAIN);
     if (value->type() == TYPE_ERROR) {
         result += bracketed_error(value);
         return false;

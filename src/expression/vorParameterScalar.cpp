@@ -8,8 +8,10 @@
 #include "vorparameter/expression/vorParameterNumeric.h"
 #include "vorparameter/expression/vorParameterString.h"
 #include "vorparameter/parameter/vorParameterGuards.h"
+
 #include "vorparameter/parameter/vorParameterUpdateTrack.h"
 #include "vorparameter/platform/vorUnitsUtils.h"
+#include <algorithm>
 
 UT_DEFINE_TYPE(vorParameterScalar, vorParameter)
 
@@ -124,7 +126,14 @@ vorParameterPtr vorParameterScalar::operate_binary(const utString& op,
         bool same = get_string() == other->get_string();
         return vorParameterNumeric::create_bool(op == "==" ? same : !same);
     }
-    if (op == "+")
-        return vorParameterString::create_verbatim(get_string() + other->get_string().view());
+    if (op == "+") {
+        utString text = get_string();
+        const utString more = other->get_string();
+        if (more.size() > vorParameterString::max_text_length -
+                              std::min(text.size(), vorParameterString::max_text_length))
+            return vorParameterError::create(ERR_DOMAIN);
+        text += more.view();
+        return vorParameterString::create_verbatim(text);
+    }
     return vorParameter::operate_binary(op, other);
 }

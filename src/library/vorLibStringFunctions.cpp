@@ -17,6 +17,7 @@
 //===----------------------------------------------------------------------===//
 
 #include "library/vorLibSupport.h"
+#include "vorparameter/expression/vorParameterString.h"
 
 #include "vorparameter/containers/vorParameterArray.h"
 #include "vorparameter/containers/vorParameterList.h"
@@ -36,7 +37,7 @@ namespace {
 
 /// The largest text that replace() and join() build; their results can be
 /// far larger than their arguments.
-constexpr std::size_t max_result_bytes = std::size_t(1) << 26;
+constexpr std::size_t max_result_bytes = vorParameterString::max_text_length;
 
 using vorLibSupport::invalid_arguments;
 using vorLibSupport::make_string;

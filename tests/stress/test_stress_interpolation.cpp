@@ -52,3 +52,28 @@ TEST_F(StressInterpolation, TextsOfOnlyFormsExpandCompletely) {
     expect_expansion("$a,${a} %[a] $$ ", "xyz,xyz xyz $ ");
     expect_expansion("$$", "$");
 }
+
+TEST_F(StressInterpolation, TextsStopAtTheirLengthLimit) {
+    // A 256 KiB text read through many short forms would expand to gigabytes:
+    // the expansion stops at the limit with the error in brackets.
+    root->add("s", vorParameterPtr(new vorParameterString(
+                       utString(std::string(vorEvaluator::max_expression_length - 16, 's')))));
+    const utString huge =
+        vorEvaluator(root.get()).interpolate_string(utString(longest_text_of("$s ")));
+    EXPECT_LE(huge.size(), vorParameterString::max_text_length + 64);
+    EXPECT_NE(huge.view().rfind("[#ERROR: Domain error]"), std::string_view::npos);
+
+    // Doubling a text with "+" reaches the limit after a few steps.
+    root->add("d0", vorParameterPtr(new vorParameterString("")))->set_string("${s}");
+    vorParameterPtr last;
+    for (int i = 1; i <= 10; ++i) {
+        const std::string previous = "d" + std::to_string(i - 1);
+        last = vorEvaluator(root.get()).evaluate(utString(previous + " + " + previous));
+        root->add(utString("d" + std::to_string(i)),
+                  vorParameterString::create_verbatim(last->get_string()));
+        if (last->is_error())
+            break;
+    }
+    ASSERT_TRUE(last->is_error());
+    EXPECT_EQ(last->subtype(), ERR_DOMAIN);
+}

@@ -15,6 +15,12 @@
 class VOR_API vorParameterString : public vorParameterScalar {
     UT_DECLARE_TYPE(vorParameterString, vorParameter)
 public:
+    /// The longest text that evaluation builds (64 MiB): joining texts with
+    /// "+", interpolation, and the text functions that can grow their input
+    /// ("replace", "join") answer ERR_DOMAIN rather than go past it, so no
+    /// expression can ask for unbounded memory.
+    static constexpr std::size_t max_text_length = std::size_t(1) << 26;
+
     /// Stores `text` and records its evaluated text as the default.
     explicit vorParameterString(const utString& text = utString());
     /// A string whose text is final: never interpolated, even when it holds
