@@ -5,6 +5,7 @@
 #include "vorparameter/expression/vorParameterNumeric.h"
 #include "vorparameter/expression/vorParameterString.h"
 #include "vorparameter/library/vorParameterLibRoot.h"
+#include "vorparameter/parameter/vorParameterData.h"
 #include "vorparameter/parameter/vorParameterMap.h"
 #include "vorparameter/parameter/vorParameterRef.h"
 
@@ -52,6 +53,8 @@ vorParameterPtr build_demo_tree() {
     method->add_state("spiral", "Spiral", "One continuous spiral", "tool.flutes >= 3");
     method->set_string("offset");
     strategy->add("method", vorParameterPtr(method));
+    // The stock to cut: host data, of which the tool knows only the type.
+    strategy->add("stock", vorParameterPtr(new vorParameterData("stock")));
     root->add("strategy", strategy);
     return root;
 }

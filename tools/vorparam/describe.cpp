@@ -2,6 +2,7 @@
 
 #include "vorparameter/containers/vorParameterEnum.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
+#include "vorparameter/parameter/vorParameterData.h"
 
 namespace vorparam {
 
@@ -25,6 +26,8 @@ std::string describe(const vorParameterPtr& par) {
     }
     if (par->type() == TYPE_STRING)
         return "\"" + value + "\" (text)";
+    if (const vorParameterData* data = vorParameterData::ut_dynamic_cast(par.get()))
+        return "(host data of type " + data->get_data_type().str() + ")";
     if (const vorParameterEnum* choice = vorParameterEnum::ut_dynamic_cast(par.get())) {
         const std::string title = choice->get_state_title(utString(value)).str();
         return value + (title.empty() ? " (choice)" : " (" + title + ")");
