@@ -270,6 +270,8 @@ vorParameterPtr vorEvaluator::binary(const vorParameterPtr& lhs, int level, int 
     }
     if (short_circuit)
         return vorParameterNumeric::create_bool(op == "|");
+    if (!skip && op == "+" && vorParameterString::append_in_place(lhs, rhs))
+        return lhs;
     vorParameterPtr result = lhs->operate_binary(op, rhs);
     if (member && !token_is("."))
         record_param(result);

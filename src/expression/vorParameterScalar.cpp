@@ -57,6 +57,13 @@ void vorParameterScalar::set_value(const utString& text) {
     m_value = text;
 }
 
+void vorParameterScalar::append_value(const utString& more) {
+    if (more.empty())
+        return;
+    vorParameterUpdateTrack::track_parameter(this);
+    m_value += more.view();
+}
+
 void vorParameterScalar::set_string(const utString& text) {
     if (is_locked())
         return;

@@ -6,6 +6,8 @@
 #include "vorparameter/expression/vorParameterNumeric.h"
 #include "vorparameter/platform/vorStringUtils.h"
 
+#include <algorithm>
+
 UT_DEFINE_TYPE(vorParameterString, vorParameterScalar)
 
 vorParameterString::vorParameterString(const utString& text)
@@ -19,6 +21,18 @@ vorParameterPtr vorParameterString::create_verbatim(const utString& text) {
     verbatim->set_value(text);
     verbatim->get_impl()->default_value = text;
     return vorParameterPtr(verbatim);
+}
+
+bool vorParameterString::append_in_place(const vorParameterPtr& joined,
+                                         const vorParameterPtr& more) {
+    vorParameterString* text = ut_dynamic_cast(joined.get());
+    if (!text || !text->m_verbatim || !joined.unique() || !more->is_valid())
+        return false;
+    const utString tail = more->get_string();
+    if (tail.size() > max_text_length - std::min(text->get_value().size(), max_text_length))
+        return false;
+    text->append_value(tail);
+    return true;
 }
 
 bool vorParameterString::is_expr() const {

@@ -52,6 +52,8 @@ protected:
     static bool has_interpolation(const utString& text);
     /// Records the current value as the default when the record has none.
     void record_default_if_missing();
+    /// Appends to the stored text, with the bookkeeping of set_value.
+    void append_value(const utString& more);
 
 private:
     utString m_value;

@@ -26,6 +26,13 @@ public:
     /// A string whose text is final: never interpolated, even when it holds
     /// "${" (the result of an interpolation, for example).
     static vorParameterPtr create_verbatim(const utString& text);
+    /// `joined` + `more` in place, when `joined` is a verbatim string that no
+    /// one else holds (the result of a previous "+" of the same expression):
+    /// a chain of joins then costs time linear in its result instead of
+    /// copying the growing text at every step. False, changing nothing, when
+    /// `joined` does not qualify, `more` is no valid operand or the text
+    /// would pass max_text_length; the caller then joins as usual.
+    static bool append_in_place(const vorParameterPtr& joined, const vorParameterPtr& more);
 
     vorParameter* create_new() const override { return new vorParameterString(*this); }
     vorParameterSubType subtype() const override { return SUB_STRING; }
