@@ -1,4 +1,10 @@
-//===- vorParameterUtils.h - Geometry values in parameter trees -*- C++ -*-===//
+//===- vorParameterUtils.h - Geometry values and whole-tree tools -*- C++ -*-===//
+//
+// Two groups of static functions: conversions between parameters and the
+// geometry library's value types, and tools that work on whole parameters or
+// subtrees (detaching a node's descriptive record, stripping active
+// expressions, recognising reserved and entity parameters, mirroring a
+// subtree in a plane). docs/utilities.md describes the second group.
 //
 // Hosts keep points, directions and workplanes in parameter trees as vectors
 // of numbers ("{10;0;5}", usually with X,Y,Z accessors) and workplanes as maps
@@ -72,6 +78,36 @@ public:
     /// A plain map (subtype SUB_MAP) of exactly three members whose members
     /// "Origin", "YAxis" and "ZAxis" are vectors of 3 elements.
     static bool is_workplane(const vorParameter& par);
+
+    //===------------------------------------------------------------------===//
+    // Whole parameters and subtrees
+    //===------------------------------------------------------------------===//
+
+    /// Gives `par` a private copy of its descriptive record (name, label,
+    /// active expression, mirror mode...), so that later changes to it no
+    /// longer reach the copies of the node that shared the record.
+    static void clone_impl(vorParameter& par);
+    /// clone_impl, then clears the active expression; an enumeration also
+    /// loses every state's condition. The copies that shared the record keep
+    /// their expressions.
+    static void strip_expression(vorParameter& par);
+    /// strip_expression on `par` and every node below it (functions and
+    /// reserved members included; references are not followed), so the whole
+    /// subtree is unconditionally active. Iterative: any depth, linear time.
+    static void remove_active_expressions(vorParameter& par);
+    /// True when the name is exactly "vantrel", "local" or "project": names
+    /// the host reserves. Case-sensitive.
+    static bool is_restricted_parameter(vorParameterPtr par);
+    /// True when `par` carries a valid object id (a reference's get_ref_id, a
+    /// data parameter's get_id) and "entity('<id in hex>')"
+    /// evaluates, in `par`'s scope, to something that is not an error. The
+    /// library defines no "entity" function: a host that does (in its root's
+    /// lookups or the function library) decides what is an entity.
+    static bool is_entity(vorParameterPtr par);
+    /// The validity test used by default. A number is evaluated first: it is
+    /// valid when the result is a number (no error) and lies in its range. Any
+    /// other parameter answers its own is_valid().
+    static bool default_valid(const vorParameter& par);
 };
 
 #endif // VORPARAMETER_CONTAINERS_VORPARAMETERUTILS_H
