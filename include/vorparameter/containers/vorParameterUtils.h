@@ -108,6 +108,40 @@ public:
     /// valid when the result is a number (no error) and lies in its range. Any
     /// other parameter answers its own is_valid().
     static bool default_valid(const vorParameter& par);
+
+    /// Reflects the geometry held in `root` and below it in the plane through
+    /// `point` with normal `normal` (any non-zero length), as each node's
+    /// mirror mode (vorParameterMirrorMode) says:
+    ///  - a workplane map of any non-zero mode is reflected as a workplane and
+    ///    stays right-handed: origin, Y axis and Z axis are reflected and X is
+    ///    recomputed as Y x Z;
+    ///  - a vector of 3 numbers (not of the RGB or PLANES access type, which
+    ///    hold no geometry) is reflected as a direction with mode 6, swaps
+    ///    with its parent's "End" point with mode 7 (both reflected), and is
+    ///    reflected as a point with any other non-zero mode;
+    ///  - a number: mode 1 gives -v, mode 4 gives 180 - v, mode 2 adds half a
+    ///    turn and mode 3 takes it away, each keeping the value within its
+    ///    own turn ([0, 360) + 360k for mode 2, [-180, 180) + 360k for mode
+    ///    3), so that 30 gives 210 and -150 respectively;
+    ///  - a text or enumeration: mode 5 swaps "left" and "right" (any letter
+    ///    case in, lower case out); mode 8 reads the plane its value names
+    ///    ("xy", "yz", "zx" in any letter case, or "arbitary" with the normal
+    ///    in the parent's member "Normal"), sets "arbitary" and writes the
+    ///    reflected normal into "Normal".
+    /// Mode 0 and any mode a node's kind does not take leave it alone. A node
+    /// mirrored as a whole (vector, workplane, the "End" of mode 7) is one
+    /// value: the modes of its members are not consulted. References are
+    /// neither mirrored nor followed, so a subtree with reference cycles is
+    /// walked once; locked nodes ignore the writes as usual. The mirror is one
+    /// change: on-modify functions are held while it writes, and `root`'s
+    /// on-modify callback runs once at the end when anything was written
+    /// (dependants' active states are still marked unknown per write). A zero or
+    /// non-finite normal, or a non-finite point, changes nothing. Mirroring
+    /// twice in the same plane gives back every value (within rounding), a
+    /// named plane of mode 8 coming back as "arbitary" with its own normal.
+    /// Iterative: any depth, linear time.
+    static void mirror_parameters(vorParameterPtr root, const giPoint3& point,
+                                  const giVector3& normal);
 };
 
 #endif // VORPARAMETER_CONTAINERS_VORPARAMETERUTILS_H
