@@ -1,6 +1,15 @@
-//===- vorParameterUtils.cpp - Geometry values in parameter trees ---------===//
+//===- vorParameterUtils.cpp - Geometry values and whole-tree tools -------===//
+//
+// Mirroring lives in vorParameterMirror.cpp.
+//
+//===----------------------------------------------------------------------===//
 
 #include "vorparameter/containers/vorParameterUtils.h"
+
+#include "vorparameter/containers/vorParameterEnum.h"
+#include "vorparameter/expression/vorEvaluator.h"
+#include "vorparameter/parameter/vorParameterData.h"
+#include "vorparameter/parameter/vorParameterIter.h"
 
 #include <array>
 
@@ -166,4 +175,50 @@ bool vorParameterUtils::is_workplane(const vorParameter& par) {
         if (!is_vector_n(*member(map, name), 3))
             return false;
     return true;
+}
+
+//===----------------------------------------------------------------------===//
+// Whole parameters and subtrees
+//===----------------------------------------------------------------------===//
+
+void vorParameterUtils::clone_impl(vorParameter& par) {
+    par.set_impl(vorParameterImplPtr::clone_of(*par.get_impl()));
+}
+
+void vorParameterUtils::strip_expression(vorParameter& par) {
+    clone_impl(par);
+    par.set_active(utString());
+    if (vorParameterEnum* choice = vorParameterEnum::ut_dynamic_cast(&par))
+        choice->strip_active_states();
+}
+
+void vorParameterUtils::remove_active_expressions(vorParameter& par) {
+    strip_expression(par);
+    vorParameterIter it(&par);
+    it.exclude_functions(0);
+    while (++it)
+        strip_expression(*it());
+}
+
+bool vorParameterUtils::is_restricted_parameter(vorParameterPtr par) {
+    const utString& name = par->get_name();
+    return name == "vantrel" || name == "local" || name == "project";
+}
+
+bool vorParameterUtils::is_entity(vorParameterPtr par) {
+    // References answer their id through get_ref_id; data parameters keep
+    // theirs apart.
+    const vorParameterData* data = vorParameterData::ut_dynamic_cast(par.get());
+    const vorRefToObjectId& id = data ? data->get_id() : par->get_ref_id();
+    if (!id.is_valid())
+        return false;
+    const utString call = "entity('" + id.get_uid().hex_string() + "')";
+    return !vorEvaluator(par.get()).evaluate(call)->is_error();
+}
+
+bool vorParameterUtils::default_valid(const vorParameter& par) {
+    if (par.type() != TYPE_NUMERIC)
+        return par.is_valid();
+    vorParameterPtr value = par.evaluate();
+    return value->type() == TYPE_NUMERIC && par.check_range();
 }
