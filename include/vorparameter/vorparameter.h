@@ -17,6 +17,7 @@
 #ifndef VORPARAMETER_VORPARAMETER_H
 #define VORPARAMETER_VORPARAMETER_H
 
+#include "vorparameter/platform/CArchive.h"
 #include "vorparameter/platform/coContainers.h"
 #include "vorparameter/platform/giAngle.h"
 #include "vorparameter/platform/giPoint.h"
@@ -65,5 +66,8 @@
 #include "vorparameter/library/vorParameterLib.h"
 #include "vorparameter/library/vorParameterLibRoot.h"
 #include "vorparameter/library/vorParameterMemberFunction.h"
+
+#include "vorparameter/persistence/vorParameterOpenRoot.h"
+#include "vorparameter/persistence/vorParameterSerializer.h"
 
 #endif // VORPARAMETER_VORPARAMETER_H

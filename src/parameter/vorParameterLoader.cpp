@@ -27,3 +27,5 @@ int vorParameterLoader::load_par(const vorParameterKey& key, const utString& tex
 }
 
 void vorParameterLoader::associate(const vorParameterKey&, vorUniqueIdPtr) {}
+
+void vorParameterLoader::open_block(const vorParameterKey&, vorParameterType) {}

@@ -32,11 +32,18 @@ public:
     virtual int load_par(const vorParameterKey& key, const utString& text);
     /// Ties the object `id` to the parameter at `key`; the default does nothing.
     virtual void associate(const vorParameterKey& key, vorUniqueIdPtr id);
+    /// Told when the file opens a "{...}" block (`type` TYPE_MAP) or a
+    /// "(...)" block (TYPE_ARRAY) at `key`, before its contents arrive; the
+    /// default does nothing. A loader that builds trees without a schema
+    /// creates the container here.
+    virtual void open_block(const vorParameterKey& key, vorParameterType type);
     /// The keys whose values were loaded, in order.
     const utStringcoSList& loaded_pars() const { return m_loaded; }
 
 protected:
     vorParameterRoot& root() { return m_root; }
+    /// Records `key` as loaded (what load_par does when it sets a value).
+    void record_loaded(const utString& key) { m_loaded.push_back(key); }
 
 private:
     vorParameterRoot& m_root;

@@ -44,6 +44,10 @@ public:
     /// The root's id for a locked node, an empty id otherwise.
     vorRefToObjectId get_lock_id_imp(const vorParameter& node) const override;
 
+    /// The version of the tree's layout that this root writes; files of a
+    /// higher version are refused, older ones go to the updater after
+    /// loading. 0 here; host roots override it.
+    virtual int version() const { return 0; }
     /// A loader for a file of `version`; the default adds and sets by key.
     virtual std::unique_ptr<vorParameterLoader> create_loader(int version);
     /// The updater for files of older versions; none here.

@@ -13,6 +13,7 @@
 #include "vorparameter/platform/vorExport.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 class VOR_API vorUniqueId {
@@ -76,5 +77,21 @@ public:
 private:
     vorUniqueIdPtr m_id;
 };
+
+namespace std {
+/// Ids key hash sets (the lock ids a load collects, for example).
+template <>
+struct hash<vorUniqueId> {
+    std::size_t operator()(const vorUniqueId& id) const noexcept {
+        return std::hash<std::uint64_t>()(id.high() ^ (id.low() * 0x9e3779b97f4a7c15ULL));
+    }
+};
+template <>
+struct hash<vorRefToObjectId> {
+    std::size_t operator()(const vorRefToObjectId& ref) const noexcept {
+        return std::hash<vorUniqueId>()(ref.get_uid());
+    }
+};
+} // namespace std
 
 #endif // VORPARAMETER_PLATFORM_VORUNIQUEID_H
