@@ -54,13 +54,30 @@ public:
 
 private:
     /// Adds `par` at `key` in its parent container; false when there is none.
+    /// An element beyond the end of an array first gets the slots before it
+    /// filled (see empty_slot).
     bool add_at(const vorParameterKey& key, vorParameterPtr par) {
         const vorParameterKey parent_key = key.parent();
         vorParameterPtr parent =
             parent_key.empty() ? vorParameterPtr(coPrfExtern(), &m_root) : m_root[parent_key];
         if (parent->is_error() || parent->is_ref())
             return false;
-        return !parent->add(vorParameterKey(key.last()), std::move(par))->is_error();
+        const vorParameterKey member_key(key.last());
+        int index = 0;
+        if (parent->type() == TYPE_ARRAY && member_key.index(index)) {
+            while (parent->size() < index)
+                if (parent->add(vorParameterKey(), empty_slot())->is_error())
+                    return false;
+        }
+        return !parent->add(member_key, std::move(par))->is_error();
+    }
+
+    /// What stands in a slot the file left empty: an inactive empty string,
+    /// which a save leaves out again, keeping the empty slot.
+    static vorParameterPtr empty_slot() {
+        vorParameterPtr slot(new vorParameterString());
+        slot->set_active("0");
+        return slot;
     }
 
     vorParameterOpenRoot& m_root;

@@ -9,7 +9,9 @@
 //   a "{...}" block          a map,
 //   a "(...)" block          an array,
 //   a bare value             a string holding the text as it stands,
-//   a defined member         the parameter its type word makes.
+//   a defined member         the parameter its type word makes,
+//   an empty array slot      an inactive empty string (saved as an empty
+//                            slot again).
 //
 // Lock ids survive too: a parameter the file gives a lock id is locked, and
 // reports that id, once the load is over. Saving such a tree again gives back
