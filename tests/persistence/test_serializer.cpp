@@ -216,4 +216,174 @@ TEST(Serializer, MalformedInputStopsWithItsErrorAndOffset) {
     EXPECT_EQ(serializer.load(root, failed), SERIAL_STREAM_ERROR);
 }
 
+TEST(Serializer, InclusionRulesPickKeysByTheirDeepestNamedPrefix) {
+    vorParameterSerializer serializer;
+    const auto included = [&](const char* key) { return serializer.should_include(key); };
+    serializer.exclude_pars().insert("a.b");
+    serializer.exclude_pars().insert("p[1]");
+    EXPECT_TRUE(included("a"));
+    EXPECT_FALSE(included("a.b"));
+    EXPECT_FALSE(included("a.b.c"));
+    EXPECT_TRUE(included("a.bc"));
+    EXPECT_FALSE(included("p[1].x"));
+    EXPECT_TRUE(included("p[10]"));
+
+    serializer.include_pars().insert("a.b.c");
+    EXPECT_TRUE(included("a"));       // an ancestor of something included
+    EXPECT_TRUE(included("a.b"));     // likewise, though excluded itself
+    EXPECT_TRUE(included("a.b.c.d")); // the deepest prefix named decides
+    EXPECT_FALSE(included("a.b.x"));
+    EXPECT_FALSE(included("x"));
+    serializer.global_exclude_pars().insert("a");
+    EXPECT_FALSE(included("a"));
+    EXPECT_TRUE(included("a.b"));
+
+    vorParameterSerializer all;
+    all.set_exclude_all(1);
+    EXPECT_FALSE(all.should_include("a"));
+    all.include_pars().insert("a");
+    all.exclude_pars().insert("a");
+    EXPECT_TRUE(all.should_include("a")); // an include wins at the same depth
+    // exclude_all excludes anew at every level: each one must be included.
+    EXPECT_FALSE(all.should_include("a.b"));
+}
+
+TEST(Serializer, ExcludedMembersAndElementsAreNeitherSavedNorLoaded) {
+    MachiningRoot root;
+    root.add("keep", number("1"));
+    root.add("drop", number("2"));
+    vorParameterPtr array = root.add("array", vorParameterPtr(new vorParameterArray()));
+    vorParameterPtr list = root.add("list", vorParameterSerializer::get_par_from_type("LI", ""));
+    for (const char* value : {"1", "2", "3"}) {
+        array->add(vorParameterKey(), number(value, SUB_INT));
+        list->add(vorParameterKey(), number(value, SUB_INT));
+    }
+    vorParameterSerializer serializer;
+    serializer.set_compact_mode(1);
+    for (const char* key : {"drop", "array[1]", "list[1]"})
+        serializer.exclude_pars().insert(key);
+    const std::string file = save(serializer, root);
+    EXPECT_EQ(body_of(file), "{\"keep\":\"1\",\"array\":(\"1\",,\"3\"),\"list\":(\"1\",\"3\")}");
+
+    root["keep"]->set_string("5");
+    root["drop"]->set_string("5");
+    const std::string changed =
+        std::string(machining_header) + "{\"keep\":\"7\",\"drop\":\"7\",\"array\":(\"7\",\"7\")}";
+    EXPECT_EQ(load(serializer, root, changed), SERIAL_OK);
+    EXPECT_EQ(root["keep"]->get_string(), "7");
+    EXPECT_EQ(root["drop"]->get_string(), "5");
+    EXPECT_EQ(root["array[0]"]->get_string(), "7");
+    EXPECT_EQ(root["array[1]"]->get_string(), "2");
+}
+
+TEST(Serializer, SettingsChangeWhatIsWritten) {
+    MachiningRoot root;
+    root.add("a", number("2"));
+    root.add("twice", number("a*2"));
+    root.add("hidden", number("1"))->set_active("0");
+    root.add("bad", number("nosuch"));
+    root.add("r", vorParameterPtr(new vorParameterRef("a")));
+    vorParameterSerializer serializer;
+    serializer.set_compact_mode(1);
+    EXPECT_EQ(body_of(save(serializer, root)),
+              "{\"a\":\"2\",\"twice\":\"a*2\",\"bad\":\"nosuch\",\"r\":\"&a\"}");
+    serializer.set_evaluate(1);
+    serializer.set_save_inactive(1);
+    serializer.set_save_invalid(0);
+    serializer.set_follow_refs(1);
+    EXPECT_EQ(body_of(save(serializer, root)),
+              "{\"a\":\"2\",\"twice\":\"4\",\"hidden\":\"1\",\"r\":\"2\"}");
+}
+
+TEST(Serializer, NewOnlyKeepsTheValuesOfDefinedMembersThatExist) {
+    // Only defined members are skipped when they exist: bare values always
+    // name parameters that exist, and are loaded as usual.
+    MachiningRoot root;
+    vorParameterPtr old = root.add("old", vorParameterSerializer::get_par_from_type("I", ""));
+    old->set_string("1");
+    root.add("plain", number("1"));
+    vorParameterSerializer serializer;
+    const std::string file = std::string(machining_header) +
+                             "{\"old\" \"I\" : \"9\", \"new\" \"I\" : \"9\", \"plain\" : \"9\"}";
+    EXPECT_EQ(load(serializer, root, file, 1), SERIAL_OK);
+    EXPECT_EQ(root["old"]->get_int(), 1);
+    EXPECT_EQ(root["new"]->get_int(), 9);
+    EXPECT_EQ(root["plain"]->get_int(), 9);
+}
+
+TEST(Serializer, LockedParametersThatDifferReportTheirLockIds) {
+    MachiningRoot root;
+    const vorUniqueId id = vorUniqueId::generate();
+    root.set_id(vorRefToObjectId(id));
+    vorParameterPtr same = root.add("same", vorParameterSerializer::get_par_from_type("I", ""));
+    vorParameterPtr other = root.add("other", vorParameterSerializer::get_par_from_type("I", ""));
+    for (vorParameterPtr par : {same, other}) {
+        par->set_defined_from_file(true);
+        par->set_string("3");
+        par->lock(1);
+    }
+    vorParameterSerializer serializer;
+    const std::string file = save(serializer, root);
+    EXPECT_NE(file.find("\"same\" \"I\" \"\" \"" + id.hex_string().str() + "\" : \"3\""),
+              std::string::npos);
+
+    std::string changed = file;
+    changed.replace(changed.rfind("\"3\""), 3, "\"4\"");
+    EXPECT_EQ(load(serializer, root, changed), SERIAL_OK);
+    ASSERT_EQ(serializer.get_locked_items().size(), 1u);
+    EXPECT_EQ(*serializer.get_locked_items().begin(), vorRefToObjectId(id));
+    EXPECT_EQ(other->get_int(), 3); // a locked parameter keeps its value
+}
+
+TEST(Serializer, ArchiveCarriesTheTextAsOneString) {
+    MachiningRoot root;
+    root.add("a", number("0.5"));
+    vorParameterSerializer serializer;
+    std::stringstream bytes;
+    CArchive out(bytes, CArchive::store);
+    EXPECT_EQ(serializer.save(root, out), SERIAL_OK);
+    root["a"]->set_string("0");
+    CArchive in(bytes, CArchive::load);
+    EXPECT_EQ(serializer.load(root, in), SERIAL_OK);
+    EXPECT_EQ(root["a"]->get_string(), "0.5");
+
+    std::string cut = bytes.str();
+    cut.resize(cut.size() - 3);
+    std::istringstream truncated(cut);
+    CArchive broken(truncated);
+    EXPECT_EQ(serializer.load(root, broken), SERIAL_STREAM_ERROR);
+    EXPECT_TRUE(broken.failed());
+    std::istringstream huge(std::string("\xff\xff\xff\xff\xff\xff\xff\x7f", 8));
+    CArchive lying(huge);
+    EXPECT_EQ(lying.read_string(), "");
+    EXPECT_TRUE(lying.failed());
+}
+
+/// Records whether a load was marked while it handed over a value.
+struct WatchingLoader : vorParameterLoader {
+    using vorParameterLoader::vorParameterLoader;
+    int load_par(const vorParameterKey&, const utString&) override {
+        seen = vorParameterSerializerCtrl::serializing_parameters();
+        return 0;
+    }
+    static inline int seen = 0;
+};
+
+struct WatchedRoot : MachiningRoot {
+    std::unique_ptr<vorParameterLoader> create_loader(int) override {
+        return std::make_unique<WatchingLoader>(*this);
+    }
+};
+
+TEST(Serializer, LoadMarksItsDurationAndTheTemplateIsShared) {
+    WatchedRoot root;
+    EXPECT_EQ(load(vorParameterSerializer::get_template_serializer(), root,
+                   std::string(machining_header) + "{\"a\":\"1\"}"),
+              SERIAL_OK);
+    EXPECT_EQ(WatchingLoader::seen, 1);
+    EXPECT_EQ(vorParameterSerializerCtrl::serializing_parameters(), 0);
+    EXPECT_EQ(&vorParameterSerializer::get_template_serializer(),
+              &vorParameterSerializer::get_template_serializer());
+}
+
 } // namespace
