@@ -12,6 +12,13 @@ CArchive::CArchive(std::ostream& out)
 CArchive::CArchive(std::istream& in)
     : m_in(&in) {}
 
+CArchive::CArchive(std::iostream& stream, Mode mode) {
+    if (mode == store)
+        m_out = &stream;
+    else
+        m_in = &stream;
+}
+
 void CArchive::write_string(const utString& text) {
     if (m_failed || !m_out || !*m_out) {
         m_failed = true;

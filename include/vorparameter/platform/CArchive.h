@@ -18,7 +18,8 @@
 #include "vorparameter/platform/vorExport.h"
 
 #include <cstdint>
-#include <iosfwd>
+#include <istream>
+#include <ostream>
 
 class VOR_API CArchive {
 public:
@@ -26,10 +27,15 @@ public:
     /// make the reader ask for unbounded memory.
     static constexpr std::uint64_t max_string_length = std::uint64_t(1) << 30;
 
+    enum Mode { store, load };
+
     /// An archive that writes to `out`.
     explicit CArchive(std::ostream& out);
     /// An archive that reads from `in`.
     explicit CArchive(std::istream& in);
+    /// An archive over a stream that can do both, writing (`store`) or
+    /// reading (`load`).
+    CArchive(std::iostream& stream, Mode mode);
     CArchive(const CArchive&) = delete;
     CArchive& operator=(const CArchive&) = delete;
 
