@@ -168,10 +168,27 @@ utString vorEvaluator::translate(const utString& text, char, char to) {
     return normalised_expr();
 }
 
+namespace {
+
+/// Whether translating `text` to the decimal point `to` leaves it as it is:
+/// only list separators (',' and ';') and decimal points can change, and a
+/// '.' stays a '.' when that is the target. Most stored texts qualify, and
+/// saving or loading a tree translates every one of them.
+bool translates_to_itself(const utString& text, char to) {
+    return to == '.' && text.view().find_first_of(",;") == std::string_view::npos;
+}
+
+} // namespace
+
 utString vorEvaluator::localize(const utString& text) {
-    return vorEvaluator(nullptr).translate(text, '.', nlsUtils::decimal_point());
+    const char point = nlsUtils::decimal_point();
+    if (translates_to_itself(text, point))
+        return text;
+    return vorEvaluator(nullptr).translate(text, '.', point);
 }
 
 utString vorEvaluator::neutralize(const utString& text) {
+    if (translates_to_itself(text, '.'))
+        return text;
     return vorEvaluator(nullptr).translate(text, nlsUtils::decimal_point(), '.');
 }

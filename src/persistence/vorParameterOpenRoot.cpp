@@ -126,11 +126,14 @@ std::unique_ptr<vorParameterOpenRoot> vorParameterOpenRoot::load(std::istream& i
     const std::string text = copy.str();
     std::istringstream header_stream(text);
     vorParameterFileHeader header;
-    error = vorParameterSerializer::read_header(header_stream, header);
+    const vorParameterSerialError header_error =
+        vorParameterSerializer::read_header(header_stream, header);
     auto root = std::make_unique<vorParameterOpenRoot>(header.type, header.version);
-    if (error != SERIAL_OK)
-        return root;
+    // A bad header fails the load the same way, which also tells the
+    // serializer where it failed.
     std::istringstream body_stream(text);
     error = serializer.load(*root, body_stream);
+    if (header_error != SERIAL_OK)
+        error = header_error;
     return root;
 }

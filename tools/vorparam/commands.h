@@ -26,9 +26,17 @@ const std::vector<Command>& commands();
 /// The command called `name`, or null.
 const Command* find_command(std::string_view name);
 
+/// True for an argument that is an option ("-o", "--compact"), not an operand.
+bool is_option(const std::string& arg);
+
+int run_check(const Arguments& args, std::ostream& out, std::ostream& err);
 int run_demo(const Arguments& args, std::ostream& out, std::ostream& err);
 int run_eval(const Arguments& args, std::ostream& out, std::ostream& err);
+int run_fmt(const Arguments& args, std::ostream& out, std::ostream& err);
+int run_get(const Arguments& args, std::ostream& out, std::ostream& err);
 int run_ls(const Arguments& args, std::ostream& out, std::ostream& err);
+int run_print(const Arguments& args, std::ostream& out, std::ostream& err);
+int run_set(const Arguments& args, std::ostream& out, std::ostream& err);
 
 } // namespace vorparam
 

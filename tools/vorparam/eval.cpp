@@ -1,10 +1,11 @@
-// vorparam eval: evaluates expressions against the sample machining tree,
-// after applying the values given with --set, and prints each result with its
-// dimension or the error it gave. Without expressions it reads one per line
-// from standard input.
+// vorparam eval: evaluates expressions against the sample machining tree, or
+// against the tree of a saved file given with -f, after applying the values
+// given with --set, and prints each result with its dimension or the error it
+// gave. Without expressions it reads one per line from standard input.
 #include "commands.h"
 #include "demo_tree.h"
 #include "describe.h"
+#include "file_tree.h"
 
 #include "vorparameter/expression/vorEvaluator.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
@@ -60,34 +61,65 @@ bool evaluate_line(const vorParameterPtr& root, const std::string& expression, s
     return !result->is_error();
 }
 
+struct EvalOptions {
+    std::string file;
+    std::vector<std::string> settings;
+    std::vector<std::string> expressions;
+};
+
+/// Sorts the arguments; false (after a message) for a usage mistake. Any
+/// argument that is not an option is an expression, even one like "-1".
+bool read_options(const Arguments& args, EvalOptions& options, std::ostream& err) {
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        const std::string& arg = args[i];
+        if (arg == "--set") {
+            if (i + 1 == args.size()) {
+                err << "vorparam eval: --set needs PATH=VALUE\n";
+                return false;
+            }
+            options.settings.push_back(args[++i]);
+        } else if (arg == "-f") {
+            if (i + 1 == args.size() || !options.file.empty()) {
+                err << "vorparam eval: -f takes one FILE\n";
+                return false;
+            }
+            options.file = args[++i];
+        } else if (arg.rfind("--set=", 0) == 0) {
+            options.settings.push_back(arg.substr(6));
+        } else {
+            options.expressions.push_back(arg);
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 int run_eval(const Arguments& args, std::ostream& out, std::ostream& err) {
-    const vorParameterPtr root = build_demo_tree();
-    std::vector<std::string> expressions;
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        if (args[i] == "--set") {
-            if (i + 1 == args.size()) {
-                err << "vorparam eval: --set needs PATH=VALUE\n";
-                return 2;
-            }
-            if (!apply_setting(root, args[++i], err))
-                return 2;
-        } else if (args[i].rfind("--set=", 0) == 0) {
-            if (!apply_setting(root, args[i].substr(6), err))
-                return 2;
-        } else {
-            expressions.push_back(args[i]);
-        }
+    EvalOptions options;
+    if (!read_options(args, options, err))
+        return 2;
+    FileTree file;
+    vorParameterPtr root;
+    if (options.file.empty()) {
+        root = build_demo_tree();
+    } else {
+        file = load_file_tree(options.file, err);
+        if (!file.complete())
+            return 1;
+        root = vorParameterPtr::share(file.root.get());
     }
+    for (const std::string& setting : options.settings)
+        if (!apply_setting(root, setting, err))
+            return 2;
 
     bool all_ok = true;
-    if (expressions.empty()) {
+    if (options.expressions.empty()) {
         for (std::string line; std::getline(std::cin, line);)
             if (line.find_first_not_of(" \t\r") != std::string::npos)
                 all_ok = evaluate_line(root, line, out) && all_ok;
     }
-    for (const std::string& expression : expressions)
+    for (const std::string& expression : options.expressions)
         all_ok = evaluate_line(root, expression, out) && all_ok;
     return all_ok ? 0 : 1;
 }

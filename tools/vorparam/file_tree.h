@@ -1,0 +1,43 @@
+// Saved files as the file commands see them: loaded into a root that needs
+// no host classes, with every problem reported as "FILE:LINE:COL: words".
+#ifndef VORPARAM_FILE_TREE_H
+#define VORPARAM_FILE_TREE_H
+
+#include "vorparameter/persistence/vorParameterOpenRoot.h"
+
+#include <iosfwd>
+#include <memory>
+#include <string>
+
+namespace vorparam {
+
+struct FileTree {
+    /// What was loaded, even after an error; null when the file could not be
+    /// opened.
+    std::unique_ptr<vorParameterOpenRoot> root;
+    /// SERIAL_OK when the whole file loaded and every value was accepted.
+    vorParameterSerialError result = SERIAL_STREAM_ERROR;
+
+    bool complete() const { return root && result == SERIAL_OK; }
+};
+
+/// Loads the file at `path`. Anything short of a complete load is reported
+/// on `report`: "PATH: cannot open (reason)", "PATH:LINE:COL: syntax error"
+/// (line and column of the token at which the load stopped, counted from 1
+/// in bytes), "PATH: newer version", and one "PATH: refused 'KEY'" line per
+/// value the loader refused.
+FileTree load_file_tree(const std::string& path, std::ostream& report);
+
+/// The single value (not a map or array) at `path` below `root`; an error
+/// parameter, after a message naming the path on `err`, when there is none.
+vorParameterPtr find_value(vorParameterOpenRoot& root, const std::string& path, const char* command,
+                           std::ostream& err);
+
+/// Writes `root` in the saved form to `path` through a temporary file beside
+/// it that replaces `path` only once it is complete. False, after a message
+/// on `err`, when anything failed; `path` is then untouched.
+bool save_file_tree(const vorParameterOpenRoot& root, const std::string& path, std::ostream& err);
+
+} // namespace vorparam
+
+#endif // VORPARAM_FILE_TREE_H
