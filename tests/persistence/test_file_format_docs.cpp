@@ -133,6 +133,11 @@ TEST(FileFormatDocs, PageQuotesTheMainExampleAndItsCompactForm) {
     EXPECT_EQ(root["base"]->get_ref()->get_string().str(), root["tolerance"]->get_string().str());
     EXPECT_EQ(without_time(save_text(root, serializer)), without_time(ok));
 
+    vorParameterSerializer following;
+    following.set_follow_refs(1);
+    EXPECT_NE(save_text(root, following).find("\"base\" \"R[L]\" \"\" : \"0.01\""),
+              std::string::npos);
+
     serializer.set_compact_mode(1);
     const std::string compact = save_text(root, serializer);
     EXPECT_EQ(compact.find_first_of("\n\t"), std::string::npos);
