@@ -216,6 +216,29 @@ TEST(Serializer, MalformedInputStopsWithItsErrorAndOffset) {
     EXPECT_EQ(serializer.load(root, failed), SERIAL_STREAM_ERROR);
 }
 
+TEST(Serializer, PunctuationAsTextDependsOnWhereItStands) {
+    // A value position reads any word but "{" and "(" as text, so a member
+    // whose value is "}" or "," reads back unchanged. Only in an array does
+    // a "," or ")" word act as punctuation. (A value of exactly "}" or ","
+    // is sometimes said never to read back; the reading rules say
+    // otherwise, and they decide.)
+    MachiningRoot root;
+    root.add("brace", text("}"));
+    root.add("comma", text(","));
+    vorParameterPtr array = root.add("array", vorParameterPtr(new vorParameterArray()));
+    for (const char* value : {"x", ",", "y"})
+        array->add(vorParameterKey(), text(value));
+    vorParameterSerializer serializer;
+    std::istringstream in(save(serializer, root));
+    vorParameterSerialError error = SERIAL_STREAM_ERROR;
+    std::unique_ptr<vorParameterOpenRoot> loaded = vorParameterOpenRoot::load(in, serializer, error);
+    EXPECT_EQ(error, SERIAL_OK);
+    EXPECT_EQ((*loaded)["brace"]->get_string(), "}");
+    EXPECT_EQ((*loaded)["comma"]->get_string(), ",");
+    EXPECT_EQ((*loaded)["array[2]"]->get_string(), "");  // the "," became an empty slot
+    EXPECT_EQ((*loaded)["array[3]"]->get_string(), "y"); // and moved "y" on
+}
+
 TEST(Serializer, InclusionRulesPickKeysByTheirDeepestNamedPrefix) {
     vorParameterSerializer serializer;
     const auto included = [&](const char* key) { return serializer.should_include(key); };

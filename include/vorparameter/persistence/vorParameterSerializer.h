@@ -106,8 +106,10 @@ public:
     /// Writes the text as one string into `archive` when the save succeeds
     /// (SERIAL_OK or SERIAL_SOME_FAILED); writes nothing otherwise.
     vorParameterSerialError save(const vorParameterRoot& root, CArchive& archive);
-    /// Reads a file into `root`. With `new_only` set, parameters that already
-    /// exist keep their values (definitions are still passed on).
+    /// Reads a file into `root`. With `new_only` set, the defined members
+    /// (those written with a type word) that already exist in `root` keep
+    /// their values; bare values are loaded as always, and definitions are
+    /// still passed to the loader.
     vorParameterSerialError load(vorParameterRoot& root, std::istream& in, int new_only = 0);
     /// Reads one string from `archive` and loads it (new_only 0).
     vorParameterSerialError load(vorParameterRoot& root, CArchive& archive);
@@ -156,7 +158,7 @@ public:
     /// the current include and exclude sets.
     bool should_include(const utString& key) const;
 
-    /// The type word that defines `par` in a file ("I", "R0,1,0", "LS", ...).
+    /// The type word that defines `par` in a file ("I", "R[L/T]", "LS", "V3R[L]", ...).
     utString get_type_from_par(const vorParameter& par) const;
     /// A new parameter for a type word, with `desc` as its description; an
     /// error parameter for a word no parameter can be made from.
