@@ -4,6 +4,16 @@
 
 #include "vorparameter/parameter/vorParameterRoot.h"
 
+namespace {
+
+/// Whether `par` is a parameter a loader can use: anything but an error (a
+/// reference is one even while its target is missing).
+bool present(const vorParameterPtr& par) {
+    return par->is_ref() || !par->is_error();
+}
+
+} // namespace
+
 int vorParameterLoader::define_par(const vorParameterKey& key, vorParameterPtr par) {
     vorParameterKey parent_key = key.parent();
     vorParameterPtr container =
@@ -11,15 +21,14 @@ int vorParameterLoader::define_par(const vorParameterKey& key, vorParameterPtr p
     if (container->is_error())
         return 1;
     vorParameterKey member_key(key.last());
-    vorParameterPtr existing = (*container)[member_key];
-    if (!existing->is_error())
+    if (present((*container)[member_key]))
         return 0;
-    return container->add(member_key, par)->is_error() ? 1 : 0;
+    return present(container->add(member_key, par)) ? 0 : 1;
 }
 
 int vorParameterLoader::load_par(const vorParameterKey& key, const utString& text) {
     vorParameterPtr target = m_root[key];
-    if (target->is_error())
+    if (!present(target))
         return 1;
     target->set_string(text);
     m_loaded.push_back(key.str());

@@ -11,8 +11,10 @@
 //   a bare value             a string holding the text as it stands,
 //   a defined member         the parameter its type word makes.
 //
-// Saving such a tree again gives back the body it was loaded from (bar the
-// header's time and any trailing empty array slot, which the format loses).
+// Lock ids survive too: a parameter the file gives a lock id is locked, and
+// reports that id, once the load is over. Saving such a tree again gives back
+// the body it was loaded from (bar the header's time and any trailing empty
+// array slot, which the format loses).
 // Expressions evaluated under it reach the standard functions.
 //
 //===----------------------------------------------------------------------===//
@@ -24,17 +26,25 @@
 
 #include <iosfwd>
 #include <memory>
+#include <unordered_map>
 
 class VOR_API vorParameterOpenRoot : public vorParameterLibRoot {
     UT_DECLARE_TYPE(vorParameterOpenRoot, vorParameter)
 public:
     explicit vorParameterOpenRoot(const utString& root_type = utString(), int version = 0);
-    vorParameterOpenRoot(const vorParameterOpenRoot& other) = default;
+    /// Copies the tree; the copy's parameters are not locked by the file.
+    vorParameterOpenRoot(const vorParameterOpenRoot& other)
+        : vorParameterLibRoot(other)
+        , m_version(other.m_version) {}
 
     vorParameter* create_new() const override { return new vorParameterOpenRoot(*this); }
     int version() const override { return m_version; }
     /// A loader that creates the maps, arrays and strings the tree lacks.
     std::unique_ptr<vorParameterLoader> create_loader(int version) override;
+    /// The id the file gave the nearest locked parameter at or above `node`.
+    vorRefToObjectId get_lock_id_imp(const vorParameter& node) const override;
+    /// Locks the parameter at `key` under `id` (what a file's lock id does).
+    void lock_with_id(const vorParameterKey& key, const vorUniqueIdPtr& id);
 
     /// Reads the whole of `in` into a new open root of the file's type and
     /// version, with `serializer`'s settings. `error` receives the result of
@@ -45,6 +55,7 @@ public:
 
 private:
     int m_version;
+    std::unordered_map<const vorParameter*, vorRefToObjectId> m_lock_ids;
 };
 
 #endif // VORPARAMETER_PERSISTENCE_VORPARAMETEROPENROOT_H

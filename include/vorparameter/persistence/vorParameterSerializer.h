@@ -169,6 +169,9 @@ private:
     class Reader;
     class Writer;
 
+    /// Reads the header block into the header tree.
+    vorParameterSerialError read_header_block(std::istream& in);
+
     int m_follow_refs = 0;
     int m_evaluate = 0;
     int m_save_inactive = 0;
@@ -184,6 +187,8 @@ private:
     utStringcoSList m_failed_pars;
     vorRefToObjectIdcoSet m_locked_items;
     std::size_t m_error_offset = 0;
+    /// Where the header block ended, for the offsets of the body's tokens.
+    std::size_t m_read_offset = 0;
     /// The header tree: "type", "version" and "time".
     std::unique_ptr<vorParameterRoot> m_header;
 };

@@ -1,0 +1,119 @@
+//===- vorParameterOpenRoot.cpp - Opening any saved file ------------------===//
+
+#include "vorparameter/persistence/vorParameterOpenRoot.h"
+
+#include "vorparameter/containers/vorParameterArray.h"
+#include "vorparameter/expression/vorParameterString.h"
+
+#include <sstream>
+#include <vector>
+
+namespace {
+
+bool present(const vorParameterPtr& par) {
+    return par->is_ref() || !par->is_error();
+}
+
+/// Creates what the tree lacks: a container for each block the file opens,
+/// a string for each value that has nowhere to go. Parameters the file
+/// locks with an id are locked when the load is over (a locked parameter
+/// would refuse the value that follows its definition).
+class vorParameterOpenLoader : public vorParameterLoader {
+public:
+    explicit vorParameterOpenLoader(vorParameterOpenRoot& root)
+        : vorParameterLoader(root)
+        , m_root(root) {}
+    ~vorParameterOpenLoader() override {
+        for (const auto& [key, id] : m_locks)
+            m_root.lock_with_id(key, id);
+    }
+    vorParameterOpenLoader(const vorParameterOpenLoader&) = delete;
+    vorParameterOpenLoader& operator=(const vorParameterOpenLoader&) = delete;
+
+    void open_block(const vorParameterKey& key, vorParameterType type) override {
+        if (key.empty() || present(m_root[key]))
+            return;
+        if (type == TYPE_MAP)
+            add_at(key, vorParameterPtr(new vorParameterMap()));
+        else
+            add_at(key, vorParameterPtr(new vorParameterArray()));
+    }
+
+    int load_par(const vorParameterKey& key, const utString& text) override {
+        if (present(m_root[key]))
+            return vorParameterLoader::load_par(key, text);
+        if (!add_at(key, vorParameterPtr(new vorParameterString(text))))
+            return 1;
+        record_loaded(key.str());
+        return 0;
+    }
+
+    void associate(const vorParameterKey& key, vorUniqueIdPtr id) override {
+        m_locks.emplace_back(key, std::move(id));
+    }
+
+private:
+    /// Adds `par` at `key` in its parent container; false when there is none.
+    bool add_at(const vorParameterKey& key, vorParameterPtr par) {
+        const vorParameterKey parent_key = key.parent();
+        vorParameterPtr parent =
+            parent_key.empty() ? vorParameterPtr(coPrfExtern(), &m_root) : m_root[parent_key];
+        if (parent->is_error() || parent->is_ref())
+            return false;
+        return !parent->add(vorParameterKey(key.last()), std::move(par))->is_error();
+    }
+
+    vorParameterOpenRoot& m_root;
+    std::vector<std::pair<vorParameterKey, vorUniqueIdPtr>> m_locks;
+};
+
+} // namespace
+
+UT_DEFINE_TYPE(vorParameterOpenRoot, vorParameterLibRoot)
+
+vorParameterOpenRoot::vorParameterOpenRoot(const utString& root_type, int version)
+    : vorParameterLibRoot(root_type)
+    , m_version(version) {}
+
+std::unique_ptr<vorParameterLoader> vorParameterOpenRoot::create_loader(int) {
+    return std::make_unique<vorParameterOpenLoader>(*this);
+}
+
+void vorParameterOpenRoot::lock_with_id(const vorParameterKey& key, const vorUniqueIdPtr& id) {
+    vorParameterPtr par = (*this)[key];
+    if (!present(par))
+        return;
+    m_lock_ids[par.get()] = vorRefToObjectId(id);
+    par->lock(1);
+}
+
+vorRefToObjectId vorParameterOpenRoot::get_lock_id_imp(const vorParameter& node) const {
+    if (node.is_locked()) {
+        // The file's id of the nearest parameter it locked, at or above node.
+        for (const vorParameter* at = &node; at; at = at->parent()) {
+            auto found = m_lock_ids.find(at);
+            if (found != m_lock_ids.end())
+                return found->second;
+        }
+    }
+    return vorParameterLibRoot::get_lock_id_imp(node);
+}
+
+std::unique_ptr<vorParameterOpenRoot> vorParameterOpenRoot::load(std::istream& in,
+                                                                 vorParameterSerializer& serializer,
+                                                                 vorParameterSerialError& error) {
+    // The header decides the root; the text is read twice, so keep it.
+    std::ostringstream copy;
+    if (in.good())
+        copy << in.rdbuf();
+    const std::string text = copy.str();
+    std::istringstream header_stream(text);
+    vorParameterFileHeader header;
+    error = vorParameterSerializer::read_header(header_stream, header);
+    auto root = std::make_unique<vorParameterOpenRoot>(header.type, header.version);
+    if (error != SERIAL_OK)
+        return root;
+    std::istringstream body_stream(text);
+    error = serializer.load(*root, body_stream);
+    return root;
+}
