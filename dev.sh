@@ -79,7 +79,7 @@ missing_packages() {
         if [[ $need == test ]]; then
             command -v pkg-config >/dev/null 2>&1 || missing+=(pkg-config)
             local pkg
-            for pkg in libgtest-dev libbenchmark-dev libmuparser-dev; do
+            for pkg in libgtest-dev libbenchmark-dev libmuparser-dev nlohmann-json3-dev; do
                 is_installed "$pkg" || missing+=("$pkg")
             done
         elif [[ $need == fuzz ]]; then
@@ -238,16 +238,19 @@ cmd_tsan() {
 # run_fuzzer <target> <seconds>: runs one target on a scratch corpus in the
 # fuzz build folder, seeded read-only from fuzz/corpus/<name> and the
 # reproducers of past findings in fuzz/regressions/<name>; its log and any new
-# reproducer stay in the build folder.
+# reproducer stay in the build folder. A target whose input is not an
+# expression has its own dictionary, fuzz/<name>.dict.
 run_fuzzer() {
     local target=$1 seconds=$2 name=${1#fuzz_}
     local scratch=$FUZZ_DIR/corpus/$name findings=$FUZZ_DIR/findings/$name
     local log=$FUZZ_DIR/logs/$name.log seeds=("fuzz/corpus/$name")
+    local dict=fuzz/vorparameter.dict
     [[ -d fuzz/regressions/$name ]] && seeds+=("fuzz/regressions/$name")
+    [[ -f fuzz/$name.dict ]] && dict=fuzz/$name.dict
     mkdir -p "$scratch" "$findings" "$FUZZ_DIR/logs"
     say "fuzzing $name for ${seconds}s (log: $log)"
     if "$FUZZ_DIR/fuzz/$target" "$scratch" "${seeds[@]}" \
-        -dict=fuzz/vorparameter.dict -max_total_time="$seconds" -timeout=30 \
+        -dict="$dict" -max_total_time="$seconds" -timeout=30 \
         -rss_limit_mb="$FUZZ_RSS_LIMIT_MB" -artifact_prefix="$findings/" \
         -print_final_stats=1 >"$log" 2>&1; then
         grep -aE '^#[0-9]+[[:space:]]+DONE' "$log" | tail -n 1
@@ -273,7 +276,8 @@ cmd_fuzz() {
     configure "$FUZZ_DIR" "${args[@]}"
     build "$FUZZ_DIR"
     local target failed=()
-    for target in fuzz_evaluator fuzz_key fuzz_interpolation fuzz_dimensions fuzz_numeric; do
+    for target in fuzz_evaluator fuzz_key fuzz_interpolation fuzz_dimensions fuzz_numeric \
+        fuzz_loader; do
         run_fuzzer "$target" "$seconds" || failed+=("${target#fuzz_}")
     done
     [[ ${#failed[@]} -eq 0 ]] || die "fuzzing found problems in: ${failed[*]}"
