@@ -15,19 +15,18 @@ bool present(const vorParameterPtr& par) {
 } // namespace
 
 int vorParameterLoader::define_par(const vorParameterKey& key, vorParameterPtr par) {
-    vorParameterKey parent_key = key.parent();
-    vorParameterPtr container =
-        parent_key.empty() ? vorParameterPtr(coPrfExtern(), &m_root) : m_root[parent_key];
+    if (present(m_root.lookup_member(key)))
+        return 0;
+    const vorParameterKey parent_key = key.parent();
+    vorParameterPtr container = parent_key.empty() ? vorParameterPtr(coPrfExtern(), &m_root)
+                                                   : m_root.lookup_member(parent_key);
     if (container->is_error())
         return 1;
-    vorParameterKey member_key(key.last());
-    if (present((*container)[member_key]))
-        return 0;
-    return present(container->add(member_key, par)) ? 0 : 1;
+    return present(container->add(vorParameterKey(key.last()), par)) ? 0 : 1;
 }
 
 int vorParameterLoader::load_par(const vorParameterKey& key, const utString& text) {
-    vorParameterPtr target = m_root[key];
+    vorParameterPtr target = m_root.lookup_member(key);
     if (!present(target))
         return 1;
     target->set_string(text);

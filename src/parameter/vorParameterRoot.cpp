@@ -70,18 +70,24 @@ utString vorParameterRoot::translate_key(const utString& text) const {
     return result;
 }
 
-vorParameterPtr vorParameterRoot::lookup_translated(const vorParameterKey& key,
-                                                    bool as_const) const {
+vorParameterKey vorParameterRoot::translated(const vorParameterKey& key) const {
     // Most paths have no brackets: their synonym is found without a copy.
     const utString& text = key.str();
-    vorParameterKey k = key;
     if (!text.contains("[")) {
         const utString& synonym = lookup_key_synonym(text);
-        if (&synonym != &text)
-            k = vorParameterKey(synonym);
-    } else if (utString translated = translate_key(text); translated != text) {
-        k = vorParameterKey(translated);
+        return &synonym == &text ? key : vorParameterKey(synonym);
     }
+    utString translation = translate_key(text);
+    return translation == text ? key : vorParameterKey(translation);
+}
+
+vorParameterPtr vorParameterRoot::lookup_member(const vorParameterKey& key) {
+    return lookup(translated(key), false);
+}
+
+vorParameterPtr vorParameterRoot::lookup_translated(const vorParameterKey& key,
+                                                    bool as_const) const {
+    const vorParameterKey k = translated(key);
     vorParameterPtr found = lookup(k, as_const);
     if (found->is_ref() || !found->is_error())
         return found;

@@ -31,7 +31,7 @@ public:
     vorParameterOpenLoader& operator=(const vorParameterOpenLoader&) = delete;
 
     void open_block(const vorParameterKey& key, vorParameterType type) override {
-        if (key.empty() || present(m_root[key]))
+        if (key.empty() || present(m_root.lookup_member(key)))
             return;
         if (type == TYPE_MAP)
             add_at(key, vorParameterPtr(new vorParameterMap()));
@@ -40,7 +40,7 @@ public:
     }
 
     int load_par(const vorParameterKey& key, const utString& text) override {
-        if (present(m_root[key]))
+        if (present(m_root.lookup_member(key)))
             return vorParameterLoader::load_par(key, text);
         if (!add_at(key, vorParameterPtr(new vorParameterString(text))))
             return 1;
@@ -58,8 +58,8 @@ private:
     /// filled (see empty_slot).
     bool add_at(const vorParameterKey& key, vorParameterPtr par) {
         const vorParameterKey parent_key = key.parent();
-        vorParameterPtr parent =
-            parent_key.empty() ? vorParameterPtr(coPrfExtern(), &m_root) : m_root[parent_key];
+        vorParameterPtr parent = parent_key.empty() ? vorParameterPtr(coPrfExtern(), &m_root)
+                                                    : m_root.lookup_member(parent_key);
         if (parent->is_error() || parent->is_ref())
             return false;
         const vorParameterKey member_key(key.last());
@@ -97,7 +97,7 @@ std::unique_ptr<vorParameterLoader> vorParameterOpenRoot::create_loader(int) {
 }
 
 void vorParameterOpenRoot::lock_with_id(const vorParameterKey& key, const vorUniqueIdPtr& id) {
-    vorParameterPtr par = (*this)[key];
+    vorParameterPtr par = lookup_member(key);
     if (!present(par))
         return;
     m_lock_ids[par.get()] = vorRefToObjectId(id);

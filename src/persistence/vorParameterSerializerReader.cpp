@@ -177,7 +177,7 @@ bool vorParameterSerializer::Reader::read_definition(std::string& key, bool skip
         return next_token() && read_value(key, skip);
 
     const vorParameterKey full_key(key);
-    const vorParameterPtr existing = m_root[full_key];
+    const vorParameterPtr existing = m_root.lookup_member(full_key);
     const bool exists = existing->is_ref() || !existing->is_error();
     vorUniqueIdPtr lock_id;
     if (has_lock) {
@@ -220,7 +220,7 @@ void vorParameterSerializer::Reader::note_locked(const std::string& key,
                                                  const vorUniqueIdPtr& lock_id) {
     if (!lock_id)
         return;
-    const vorParameterPtr now = m_root[vorParameterKey(key)];
+    const vorParameterPtr now = m_root.lookup_member(vorParameterKey(key));
     if (!now->is_locked())
         return;
     const utString text = current_text(*now);

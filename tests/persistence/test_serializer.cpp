@@ -231,12 +231,28 @@ TEST(Serializer, PunctuationAsTextDependsOnWhereItStands) {
     vorParameterSerializer serializer;
     std::istringstream in(save(serializer, root));
     vorParameterSerialError error = SERIAL_STREAM_ERROR;
-    std::unique_ptr<vorParameterOpenRoot> loaded = vorParameterOpenRoot::load(in, serializer, error);
+    std::unique_ptr<vorParameterOpenRoot> loaded =
+        vorParameterOpenRoot::load(in, serializer, error);
     EXPECT_EQ(error, SERIAL_OK);
     EXPECT_EQ((*loaded)["brace"]->get_string(), "}");
     EXPECT_EQ((*loaded)["comma"]->get_string(), ",");
     EXPECT_EQ((*loaded)["array[2]"]->get_string(), "");  // the "," became an empty slot
     EXPECT_EQ((*loaded)["array[3]"]->get_string(), "y"); // and moved "y" on
+}
+
+TEST(Serializer, MembersNamedLikeFunctionsOrBuiltInsAreMembers) {
+    const std::string body = "{\"angle\":\"30\",\"sqrt\":\"2\",\"name\":\"x\",\"roottype\":\"z\","
+                             "\"rootpar\" \"I\" : \"3\"}";
+    std::istringstream in("{\"type\":\"machining\",\"version\":\"0\",\"time\":\"0\"}" + body);
+    vorParameterSerializer serializer;
+    serializer.set_compact_mode(1);
+    vorParameterSerialError error = SERIAL_STREAM_ERROR;
+    std::unique_ptr<vorParameterOpenRoot> loaded =
+        vorParameterOpenRoot::load(in, serializer, error);
+    EXPECT_EQ(error, SERIAL_OK);
+    EXPECT_EQ(body_of(save(serializer, *loaded)),
+              "{\"angle\":\"30\",\"sqrt\":\"2\",\"name\":\"x\",\"roottype\":\"z\","
+              "\"rootpar\"\"I\"\"\":\"3\"}");
 }
 
 TEST(Serializer, InclusionRulesPickKeysByTheirDeepestNamedPrefix) {

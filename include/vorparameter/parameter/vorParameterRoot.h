@@ -63,6 +63,11 @@ public:
     /// The id to lock `par` with; the default gives `ref`'s own id.
     virtual vorUniqueIdPtr get_lock_uid(vorParameterPtr par, vorRefToObjectId& ref);
 
+    /// The parameter at `key` among the tree's own members, under the root's
+    /// synonyms, but never one of the built-in names or functions: what a
+    /// loader needs, for a file's member "angle" is not the function angle().
+    vorParameterPtr lookup_member(const vorParameterKey& key);
+
     /// Replaces synonyms in every stretch of `text` outside "[...]" groups
     /// ("name[2].name" becomes "Name[2].name").
     utString translate_key(const utString& text) const;
@@ -95,6 +100,8 @@ public:
     void set_root_name(const utString& name) { m_root_name = name; }
 
 private:
+    /// `key` with the root's synonyms replaced.
+    vorParameterKey translated(const vorParameterKey& key) const;
     vorParameterPtr lookup_translated(const vorParameterKey& key, bool as_const) const;
 
     int m_modified = 0;

@@ -91,8 +91,10 @@ public:
 
 class VOR_API vorParameterSerializer {
 public:
-    /// Deepest nesting of "{" and "(" blocks read or written.
-    static constexpr int max_nesting = 1000;
+    /// Deepest nesting of "{" and "(" blocks read or written: as many as the
+    /// components of a key path (vorParameterKeyImpl::max_path_components),
+    /// since a member deeper than that could have no key to load it by.
+    static constexpr int max_nesting = 256;
     /// Longest quoted word read (128 MiB).
     static constexpr std::size_t max_token_length = std::size_t(1) << 27;
 
