@@ -96,7 +96,7 @@ TEST(StressSerializer, DeepAndWideTreesSave) {
     EXPECT_EQ(serializer.save(root, deep), SERIAL_SYNTAX_ERROR);
 
     vorParameterOpenRoot wide("job");
-    for (int i = 0; i < 200000; ++i)
+    for (int i = 0; i < 50000; ++i)
         wide.add(utString("p" + std::to_string(i)), vorParameterPtr(new vorParameterString("1")));
     std::ostringstream out;
     ASSERT_EQ(serializer.save(wide, out), SERIAL_OK);
