@@ -5,7 +5,7 @@
 // for lists, shared lists and vectors the letter ("L", "H", "V" with the
 // vector's size) followed by the word of the element type ("LI", "V3R[L]").
 // Element words nest at most max_nesting deep, and a vector word asks for at
-// most max_vector_elements elements in all (a "V" inside a "V" multiplies),
+// most max_vector_elements (4096) elements in all (a "V" inside a "V" multiplies),
 // so no word can make the reader build a huge or endless parameter.
 //
 //===----------------------------------------------------------------------===//
@@ -26,7 +26,7 @@
 namespace {
 
 /// The most elements the vectors of one type word may hold together.
-constexpr long long max_vector_elements = 65536;
+constexpr long long max_vector_elements = 4096;
 
 vorParameterPtr unusable() {
     return vorParameterError::create(ERR_TYPE);

@@ -285,7 +285,7 @@ TEST(FileFormatDocs, TypeWordsReadBackAsThePageSays) {
         EXPECT_EQ(serializer.get_type_from_par(*par), word);
         EXPECT_EQ(par->get_desc(), "a description") << word;
     }
-    for (const char* word : {"", "Q", "i", "X1", "V0I", "VI", "LQ", "L", "V300V300I"})
+    for (const char* word : {"", "Q", "i", "X1", "V0I", "VI", "LQ", "L", "V100V100I"})
         EXPECT_TRUE(vorParameterSerializer::get_par_from_type(word, "")->is_error()) << word;
 }
 

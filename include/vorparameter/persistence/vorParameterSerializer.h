@@ -91,10 +91,11 @@ public:
 
 class VOR_API vorParameterSerializer {
 public:
-    /// Deepest nesting of "{" and "(" blocks read or written: as many as the
-    /// components of a key path (vorParameterKeyImpl::max_path_components),
-    /// since a member deeper than that could have no key to load it by.
-    static constexpr int max_nesting = 256;
+    /// Deepest nesting of "{" and "(" blocks read or written. Every value is
+    /// found by its full key from the root, at a cost that grows with the
+    /// square of its depth, so the limit keeps the cost of any file linear
+    /// in its size; parameter trees of machining data are far shallower.
+    static constexpr int max_nesting = 64;
     /// Longest quoted word read (128 MiB).
     static constexpr std::size_t max_token_length = std::size_t(1) << 27;
 
