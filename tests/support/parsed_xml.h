@@ -38,10 +38,6 @@ inline std::string xml_attribute(xmlNode* element, const char* name) {
     return text;
 }
 
-inline bool xml_has_attribute(xmlNode* element, const char* name) {
-    return xmlHasProp(element, reinterpret_cast<const xmlChar*>(name)) != nullptr;
-}
-
 /// The character data of an element, references resolved.
 inline std::string xml_text(xmlNode* element) {
     xmlChar* value = xmlNodeGetContent(element);
