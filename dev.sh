@@ -79,7 +79,8 @@ missing_packages() {
         if [[ $need == test ]]; then
             command -v pkg-config >/dev/null 2>&1 || missing+=(pkg-config)
             local pkg
-            for pkg in libgtest-dev libbenchmark-dev libmuparser-dev nlohmann-json3-dev; do
+            for pkg in libgtest-dev libbenchmark-dev libmuparser-dev nlohmann-json3-dev \
+                libxml2-dev libxml2-utils; do
                 is_installed "$pkg" || missing+=("$pkg")
             done
         elif [[ $need == fuzz ]]; then

@@ -69,5 +69,6 @@
 
 #include "vorparameter/persistence/vorParameterOpenRoot.h"
 #include "vorparameter/persistence/vorParameterSerializer.h"
+#include "vorparameter/persistence/vorParameterXml.h"
 
 #endif // VORPARAMETER_VORPARAMETER_H

@@ -47,7 +47,7 @@ const Entry first_group[] = {
     {"translate", &vorParameterLib::translate, "Translate value to local language if possible."},
     {"desc", &vorParameterLib::desc, "Get description of parameter."},
     {"get_func_args", &vorParameterLib::get_func_args, "Get function arguments as an array."},
-    {"to_xml", vorLibSupport::unavailable, "Outputs the given parameter as xml string"},
+    {"to_xml", &vorParameterLibFunctions::to_xml, "Outputs the given parameter as xml string"},
     {"unit", &vorParameterLib::unit, "Get the unit vector of the vector."},
     {"angle", &vorParameterLib::angle, "Get unsigned angle between two vectors."},
     {"apparent_angle", &vorParameterLib::apparent_angle,

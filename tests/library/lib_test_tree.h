@@ -3,6 +3,7 @@
 #ifndef VORPARAMETER_TESTS_LIB_TEST_TREE_H
 #define VORPARAMETER_TESTS_LIB_TEST_TREE_H
 
+#include "vorparameter/containers/vorParameterEnum.h"
 #include "vorparameter/containers/vorParameterList.h"
 #include "vorparameter/containers/vorParameterTempArray.h"
 #include "vorparameter/expression/vorEvaluator.h"
@@ -45,6 +46,9 @@ inline vorParameterPtr example_tree() {
     root->add("feed", number(800))->lock(1);
     root->add("hidden", number(1))->set_active("0");
     root->add("hypot", vorParameterPtr(new vorParameterFunction("sqrt(argv[0]^2 + argv[1]^2)")));
+    auto* mode = new vorParameterEnum("rough|finish", "finish");
+    mode->add_state("spiral", "", "", "depth > 20");
+    root->add("mode", vorParameterPtr(mode));
     return root;
 }
 

@@ -8,9 +8,9 @@ const std::vector<Command>& commands() {
          "load each saved file and report where it is malformed and which values were refused",
          run_check},
         {"demo", "", "build a sample machining tree, print it and look up a few paths", run_demo},
-        {"eval", "[-f FILE] [--set PATH=VALUE]... [EXPR]...",
+        {"eval", "[-f FILE] [--set PATH=VALUE]... [--raw] [EXPR]...",
          "evaluate expressions against the sample tree or a saved file (one per line from "
-         "standard input when none is given)",
+         "standard input when none is given); --raw prints the values alone",
          run_eval},
         {"fmt", "[--compact] FILE", "write a saved file's tree back in the saved layout", run_fmt},
         {"get", "FILE PATH...", "print the value of each PATH in a saved file", run_get},

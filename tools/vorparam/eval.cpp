@@ -1,7 +1,9 @@
 // vorparam eval: evaluates expressions against the sample machining tree, or
 // against the tree of a saved file given with -f, after applying the values
 // given with --set, and prints each result with its dimension or the error it
-// gave. Without expressions it reads one per line from standard input.
+// gave. With --raw it prints each result's value text alone, so that the
+// output can go to other tools, and errors go to standard error. Without
+// expressions it reads one per line from standard input.
 #include "commands.h"
 #include "demo_tree.h"
 #include "describe.h"
@@ -54,14 +56,38 @@ bool apply_setting(const vorParameterPtr& root, const std::string& setting, std:
     return true;
 }
 
-// Prints one result line; true when the expression gave no error.
-bool evaluate_line(const vorParameterPtr& root, const std::string& expression, std::ostream& out) {
+// The value text alone: a text unquoted, a number without its dimension, a
+// list as "{a; b}".
+std::string raw_text(const vorParameterPtr& par) {
+    if (par->type() != TYPE_ARRAY)
+        return par->get_string().str();
+    std::string items;
+    for (int i = 0, n = par->size(); i < n; ++i)
+        items += (i ? "; " : "") + raw_text((*par)[vorParameterKey(i, utString())]);
+    return "{" + items + "}";
+}
+
+struct EvalOutput {
+    bool raw;
+    std::ostream& out;
+    std::ostream& err;
+};
+
+// Prints one result; true when the expression gave no error.
+bool evaluate_line(const vorParameterPtr& root, const std::string& expression,
+                   const EvalOutput& output) {
     const vorParameterPtr result = vorEvaluator(root.get()).evaluate(utString(expression));
-    out << expression << " => " << describe(result) << '\n';
+    if (!output.raw)
+        output.out << expression << " => " << describe(result) << '\n';
+    else if (result->is_error())
+        output.err << "vorparam eval: " << expression << ": " << result->get_expr() << '\n';
+    else
+        output.out << raw_text(result) << '\n';
     return !result->is_error();
 }
 
 struct EvalOptions {
+    bool raw = false;
     std::string file;
     std::vector<std::string> settings;
     std::vector<std::string> expressions;
@@ -84,6 +110,8 @@ bool read_options(const Arguments& args, EvalOptions& options, std::ostream& err
                 return false;
             }
             options.file = args[++i];
+        } else if (arg == "--raw") {
+            options.raw = true;
         } else if (arg.rfind("--set=", 0) == 0) {
             options.settings.push_back(arg.substr(6));
         } else {
@@ -113,14 +141,15 @@ int run_eval(const Arguments& args, std::ostream& out, std::ostream& err) {
         if (!apply_setting(root, setting, err))
             return 2;
 
+    const EvalOutput output{options.raw, out, err};
     bool all_ok = true;
     if (options.expressions.empty()) {
         for (std::string line; std::getline(std::cin, line);)
             if (line.find_first_not_of(" \t\r") != std::string::npos)
-                all_ok = evaluate_line(root, line, out) && all_ok;
+                all_ok = evaluate_line(root, line, output) && all_ok;
     }
     for (const std::string& expression : options.expressions)
-        all_ok = evaluate_line(root, expression, out) && all_ok;
+        all_ok = evaluate_line(root, expression, output) && all_ok;
     return all_ok ? 0 : 1;
 }
 

@@ -125,9 +125,9 @@ private:
 /// The functions that are no members of vorParameterLib: the mathematical
 /// functions and "compare", which register themselves when the library is
 /// loaded, and further functions of every family. The families of lists,
-/// sets and dictionaries, of system, time and sequences, and "to_xml",
-/// "values" and "state_active" are registered by name and description but
-/// not built yet: they answer an "Unknown error".
+/// sets and dictionaries, of system, time and sequences, and "values" are
+/// registered by name and description but not built yet: they answer an
+/// "Unknown error".
 namespace vorParameterLibFunctions {
 VOR_API vorParameterPtr sin(const vorParameterPtr& args);
 VOR_API vorParameterPtr cos(const vorParameterPtr& args);
@@ -151,6 +151,10 @@ VOR_API vorParameterPtr sanitize(const vorParameterPtr& args);
 VOR_API vorParameterPtr strip_new_lines(const vorParameterPtr& args);
 VOR_API vorParameterPtr join(const vorParameterPtr& args);
 VOR_API vorParameterPtr map_key(const vorParameterPtr& args);
+/// The XML of the one argument as a string; docs/xml.md.
+VOR_API vorParameterPtr to_xml(const vorParameterPtr& args);
+/// Whether a state of an enumeration is active; docs/functions.md.
+VOR_API vorParameterPtr state_active(const vorParameterPtr& args);
 } // namespace vorParameterLibFunctions
 
 #endif // VORPARAMETER_LIBRARY_VORPARAMETERLIB_H

@@ -1,0 +1,90 @@
+// Attacks on the XML rendering: trees wide, deep and hostile enough that a
+// quadratic path, a recursive walk or an unbounded expansion of references
+// would time out, overflow the stack or exhaust memory.
+
+#include "../support/parsed_xml.h"
+
+#include "vorparameter/containers/vorParameterList.h"
+#include "vorparameter/expression/vorEvaluator.h"
+#include "vorparameter/expression/vorParameterNumeric.h"
+#include "vorparameter/expression/vorParameterString.h"
+#include "vorparameter/library/vorParameterLibRoot.h"
+#include "vorparameter/parameter/vorParameterMap.h"
+#include "vorparameter/parameter/vorParameterRef.h"
+#include "vorparameter/persistence/vorParameterXml.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+vorParameterPtr number(double value) {
+    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, value));
+}
+
+vorParameterPtr map() {
+    return vorParameterPtr(new vorParameterMap());
+}
+
+int count_elements(xmlNode* element) {
+    int count = 1;
+    for (xmlNode* child : xml_children(element))
+        count += count_elements(child);
+    return count;
+}
+
+} // namespace
+
+TEST(StressXml, HundredThousandParametersRenderAndParse) {
+    vorParameterPtr top = map();
+    for (int m = 0; m < 500; ++m) {
+        vorParameterPtr op = top->add(vorParameterKey("op" + std::to_string(m)), map());
+        for (int i = 0; i < 100; ++i)
+            op->add(vorParameterKey("v" + std::to_string(i)), number(i));
+        vorParameterPtr list = op->add("passes", vorParameterPtr(new vorParameterList(number(0))));
+        list->set_int(99);
+    }
+    const std::optional<utString> xml = to_xml(*top);
+    ASSERT_TRUE(xml);
+    ParsedXml parsed(xml->str());
+    ASSERT_NE(parsed.root(), nullptr);
+    EXPECT_EQ(count_elements(parsed.root()), 1 + 500 * (1 + 100 + 1 + 99));
+}
+
+TEST(StressXml, AHundredThousandLevelsDeepCostNoStack) {
+    vorParameterPtr top = map();
+    vorParameterPtr level = top;
+    for (int i = 0; i < 100000; ++i)
+        level = level->add("m", map());
+    const std::optional<utString> xml = to_xml(*top);
+    ASSERT_TRUE(xml);
+    EXPECT_LT(xml->size(), std::size_t(100000)) << "members below the limit are left out";
+    EXPECT_NE(xml->find("truncated=\"true\""), std::string::npos);
+}
+
+TEST(StressXml, ReferencesThatMultiplyStopAtTheSizeLimit) {
+    // Each map refers twice to the next: 2^40 copies of the last, expanded.
+    vorParameterPtr root(new vorParameterLibRoot("Job"));
+    for (int i = 0; i < 40; ++i) {
+        vorParameterPtr level = root->add(vorParameterKey("m" + std::to_string(i)), map());
+        const std::string next = "m" + std::to_string(i + 1);
+        level->add("a", vorParameterPtr(new vorParameterRef(next)));
+        level->add("b", vorParameterPtr(new vorParameterRef(next)));
+    }
+    root->add("m40", map())
+        ->add("text", vorParameterPtr(new vorParameterString(std::string(4096, 'x'))));
+    EXPECT_EQ(vorEvaluator(root.get()).evaluate("to_xml(m0)")->subtype(), ERR_DOMAIN);
+    EXPECT_TRUE(to_xml(*root["m30"])) << "2^10 copies fit";
+}
+
+TEST(StressXml, HugeHostileValueIsEscapedInOnePass) {
+    std::string value;
+    for (int i = 0; i < 1 << 20; ++i)
+        value += "<&\x01\xFF\"";
+    const std::optional<utString> xml = to_xml(*vorParameterPtr(new vorParameterString(value)));
+    ASSERT_TRUE(xml);
+    ParsedXml parsed(xml->str());
+    ASSERT_NE(parsed.root(), nullptr);
+    EXPECT_EQ(xml_text(parsed.root()).size(), std::size_t(1 << 20) * (2 + 3 + 3 + 1));
+}
