@@ -36,7 +36,7 @@ namespace {
 /// The most entries that list_files answers; a directory with more is
 /// ERR_DOMAIN. Well below the element limit of lists, and small enough that
 /// the names of a full listing fit in memory.
-constexpr std::size_t max_listed_entries = 1 << 18;
+constexpr std::size_t max_listed_entries = 1 << 17;
 
 bool port_machining_on = false;
 

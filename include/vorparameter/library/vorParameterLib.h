@@ -158,7 +158,7 @@ VOR_API vorParameterPtr join(const vorParameterPtr& args);
 VOR_API vorParameterPtr map_key(const vorParameterPtr& args);
 
 // System, time and sequence (docs/functions-system.md). Their limits:
-// list_files reads at most 2^18 entries; calendar times run from year 1 to
+// list_files reads at most 2^17 entries; calendar times run from year 1 to
 // 9999; sequences count within the range of int, with at most 64 digits of
 // padding. Beyond each, the answer is ERR_DOMAIN.
 VOR_API vorParameterPtr home(const vorParameterPtr& args);
