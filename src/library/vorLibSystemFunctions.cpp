@@ -81,6 +81,15 @@ vorParameterPtr path_string(const fs::path& path) {
     return vorLibSupport::make_string(utString(path.u8string()));
 }
 
+/// A list of `names` as final texts: a file name holding "${" is a name, not
+/// an expression to interpolate.
+vorParameterPtr list_of_names(const std::vector<utString>& names) {
+    vorParameterPtr list(new vorParameterList(vorLibSupport::make_string(utString())));
+    for (const utString& name : names)
+        list->add(vorParameterKey(), vorLibSupport::make_string(name));
+    return list;
+}
+
 /// The names in `dir`, sorted; ERR_INVALID_DATA when it cannot be read and
 /// ERR_DOMAIN when it holds more than max_listed_entries.
 vorParameterPtr list_directory(const fs::path& dir) {
@@ -95,7 +104,7 @@ vorParameterPtr list_directory(const fs::path& dir) {
     if (error)
         return vorParameterLib::error(ERR_INVALID_DATA);
     std::sort(names.begin(), names.end());
-    return vorParameterList::of_strings(names);
+    return list_of_names(names);
 }
 
 } // namespace

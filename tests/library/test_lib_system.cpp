@@ -92,14 +92,14 @@ TEST(LibSystemDocs, EveryExampleGivesTheDocumentedResult) {
 
 TEST(LibSystem, ListsAndTestsTheEntriesOfADirectory) {
     TempDir dir;
-    for (const char* name : {"b.txt", "a.txt", ".hidden", "é"})
+    for (const char* name : {"b.txt", "a.txt", ".hidden", "é", "${x}"})
         std::ofstream(dir / name).put('x');
     fs::create_directory(dir / "c");
     fs::create_symlink(dir / "nowhere", dir / "broken");
     const std::string path = dir.path().string();
 
     EXPECT_EQ(shown(call(vorParameterLibFunctions::ls, path)),
-              "{.hidden; a.txt; b.txt; broken; c; é}");
+              "{${x}; .hidden; a.txt; b.txt; broken; c; é}");
     EXPECT_EQ(call(vorParameterLibFunctions::ls, dir / "a.txt")->subtype(), ERR_INVALID_NAME);
     EXPECT_EQ(call(vorParameterLibFunctions::file_exists, dir / "é")->get_int(), 1);
     EXPECT_EQ(call(vorParameterLibFunctions::file_exists, dir / "c")->get_int(), 0);
