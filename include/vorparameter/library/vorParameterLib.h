@@ -12,7 +12,8 @@
 // fit. The behaviour of each function is described in docs/functions.md.
 //
 // Settings for the whole process: the angle unit of the trigonometric
-// functions (degrees by default) and the scope of the "evaluate" function.
+// functions (degrees by default), the scope of the "evaluate" function and
+// whether the host machines a port ("port_machining").
 //
 //===----------------------------------------------------------------------===//
 #ifndef VORPARAMETER_LIBRARY_VORPARAMETERLIB_H
@@ -69,6 +70,10 @@ public:
     /// (an empty handle) at first.
     static void set_eval_scope(vorParameterPtr scope);
     static const vorParameterPtr& get_eval_scope();
+    /// Whether the host is machining a port, as the function "port_machining"
+    /// tells expressions; false until the host says otherwise.
+    static void set_port_machining(bool on);
+    static bool get_port_machining();
 
     // Conversion and numeric.
     static vorParameterPtr to_int(const vorParameterPtr& args);
@@ -124,8 +129,8 @@ private:
 
 /// The functions that are no members of vorParameterLib: the mathematical
 /// functions and "compare", which register themselves when the library is
-/// loaded, and further functions of every family. The families of lists,
-/// sets and dictionaries, of system, time and sequences, and "values" are
+/// loaded, and further functions of every family. The family of lists,
+/// sets and dictionaries, and "values", are
 /// registered by name and description but not built yet: they answer an
 /// "Unknown error".
 namespace vorParameterLibFunctions {
@@ -155,6 +160,25 @@ VOR_API vorParameterPtr map_key(const vorParameterPtr& args);
 VOR_API vorParameterPtr to_xml(const vorParameterPtr& args);
 /// Whether a state of an enumeration is active; docs/functions.md.
 VOR_API vorParameterPtr state_active(const vorParameterPtr& args);
+
+// System, time and sequence (docs/functions-system.md). Their limits:
+// list_files reads at most 2^17 entries; calendar times run from year 1 to
+// 9999; sequences count within the range of int, with at most 64 digits of
+// padding. Beyond each, the answer is ERR_DOMAIN.
+VOR_API vorParameterPtr home(const vorParameterPtr& args);
+VOR_API vorParameterPtr pwd(const vorParameterPtr& args);
+/// "list_files": the sorted names in a directory.
+VOR_API vorParameterPtr ls(const vorParameterPtr& args);
+VOR_API vorParameterPtr file_exists(const vorParameterPtr& args);
+VOR_API vorParameterPtr dir_exists(const vorParameterPtr& args);
+VOR_API vorParameterPtr port_machining(const vorParameterPtr& args);
+VOR_API vorParameterPtr time(const vorParameterPtr& args);
+VOR_API vorParameterPtr local_time(const vorParameterPtr& args);
+VOR_API vorParameterPtr utc_time(const vorParameterPtr& args);
+VOR_API vorParameterPtr time_to_string(const vorParameterPtr& args);
+VOR_API vorParameterPtr make_sequence(const vorParameterPtr& args);
+/// Changes its sequence argument in place.
+VOR_API vorParameterPtr next_in_sequence(const vorParameterPtr& args);
 } // namespace vorParameterLibFunctions
 
 #endif // VORPARAMETER_LIBRARY_VORPARAMETERLIB_H
