@@ -317,6 +317,11 @@ TEST(FileFormatDocs, ArchiveFormCarriesTheFileAsOneString) {
 }
 
 TEST(FileFormatDocs, PunctuationQuirkAsThePageSays) {
+    // A value position reads any word but "{" and "(" as text, so a member
+    // whose value is "}" or "," reads back unchanged; only in an array does a
+    // "," or ")" word act as punctuation. (A value of exactly "}" or "," is
+    // sometimes said never to read back; the reading rules say otherwise,
+    // and they decide.)
     auto reopen = [](const std::string& body, vorParameterSerialError expected) {
         std::istringstream in("{\"type\":\"t\",\"version\":\"0\",\"time\":\"0\"}" + body);
         vorParameterSerializer serializer;

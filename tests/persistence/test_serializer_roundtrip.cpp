@@ -60,9 +60,9 @@ private:
     vorParameterPtr numeric() {
         static const vorParameterSubType subtypes[] = {SUB_REAL, SUB_INT, SUB_BOOL, SUB_ANGLE};
         const vorParameterSubType subtype = subtypes[pick(0, 3)];
-        const vorDimensions dimensions =
-            subtype == SUB_REAL ? vorDimensions(pick(0, 1), pick(-2, 2), pick(-1, 1))
-                                : vorDimensions(0, 0, 0);
+        const vorDimensions dimensions = subtype == SUB_REAL
+                                             ? vorDimensions(pick(0, 1), pick(-2, 2), pick(-1, 1))
+                                             : vorDimensions(0, 0, 0);
         vorParameterPtr par(new vorParameterNumeric(subtype, dimensions, 0.0));
         par->set_string(number_text());
         return par;
@@ -106,8 +106,8 @@ private:
             return array;
         }
         case 4: {
-            vorParameterPtr list = defined(vorParameterSerializer::get_par_from_type(
-                pick(0, 1) ? "LI" : "LR[L]", utString()));
+            vorParameterPtr list = defined(
+                vorParameterSerializer::get_par_from_type(pick(0, 1) ? "LI" : "LR[L]", utString()));
             for (int n = pick(0, 3); n > 0; --n)
                 list->add(vorParameterKey(), numeric());
             return list;
@@ -167,7 +167,8 @@ TEST(SerializerRoundTrip, RandomTreesComeBackUnchanged) {
         std::istringstream in("{\"type\":\"machining\",\"version\":\"0\",\"time\":\"0\"}" + saved);
         vorParameterSerializer serializer;
         vorParameterSerialError error = SERIAL_STREAM_ERROR;
-        std::unique_ptr<vorParameterOpenRoot> loaded = vorParameterOpenRoot::load(in, serializer, error);
+        std::unique_ptr<vorParameterOpenRoot> loaded =
+            vorParameterOpenRoot::load(in, serializer, error);
         ASSERT_EQ(error, SERIAL_OK) << saved;
         ASSERT_EQ(body(*loaded), saved);
         EXPECT_EQ(values(*loaded), values(original)) << saved;
