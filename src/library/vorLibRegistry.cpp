@@ -3,8 +3,7 @@
 // The names that the first library object registers, in the order of the
 // table. The mathematical functions, "compare" and "state_active" register
 // themselves when the library is loaded (vorLibMathFunctions.cpp,
-// vorLibStateActive.cpp). Functions of this build that are not there yet
-// answer ERR_UNKNOWN, so that every name is known to expressions.
+// vorLibStateActive.cpp).
 //
 //===----------------------------------------------------------------------===//
 
@@ -80,36 +79,36 @@ const Entry first_group[] = {
      "sanitize(string) : Returns sanitized version of string."},
     {"strip_new_lines", &vorParameterLibFunctions::strip_new_lines,
      "strip_new_lines(string) : Returns a version of the string with carriage returns removed."},
-    {"add_first", vorLibSupport::unavailable,
+    {"add_first", &vorParameterLib::add_first,
      "add_first(list, item) : Add item into start of list."},
-    {"add_last", vorLibSupport::unavailable, "add_last(list, item) : Add item onto end of list."},
-    {"remove_first", vorLibSupport::unavailable,
+    {"add_last", &vorParameterLib::add_last, "add_last(list, item) : Add item onto end of list."},
+    {"remove_first", &vorParameterLib::remove_first,
      "remove_first(list) : Removes and returns first item of list."},
-    {"remove_last", vorLibSupport::unavailable,
+    {"remove_last", &vorParameterLib::remove_last,
      "remove_last(list) : Removes and returns last item of list."},
-    {"remove", vorLibSupport::unavailable,
+    {"remove", &vorParameterLib::remove,
      "remove(list, value) : If value is in list, removes first instance of value, returning true; "
      "else, returns false."},
-    {"remove_duplicates", vorLibSupport::unavailable,
+    {"remove_duplicates", &vorParameterLib::remove_duplicates,
      "remove_duplicates(list) : Removes all duplicate items from the list, returning the number of "
      "items removed."},
-    {"is_empty", vorLibSupport::unavailable,
+    {"is_empty", &vorParameterLib::is_empty,
      "is_empty(list|array) : If the list contains no items, returns 1; else, returns 0"},
-    {"member", vorLibSupport::unavailable,
+    {"member", &vorParameterLib::member,
      "member(list|array, value) : If value is in list, returns 1; else, returns 0."},
-    {"set_union", vorLibSupport::unavailable,
+    {"set_union", &vorParameterLib::set_union,
      "set_union(list1|array1, list2|array2) : Returns the set of items in list1 and/or list2."},
-    {"subtract", vorLibSupport::unavailable,
+    {"subtract", &vorParameterLib::subtract,
      "subtract(list1|array1, list2|array2) : Returns the set of items unique to list1."},
-    {"intersection", vorLibSupport::unavailable,
+    {"intersection", &vorParameterLib::intersection,
      "intersection(list1|array1, list2|array2) : Returns the set of items that are in both lists."},
-    {"values", vorLibSupport::unavailable,
-     "values(enum) : returns a list of the values in an enum"},
-    {"fill", vorLibSupport::unavailable,
+    {"values", &vorParameterLib::values, "values(enum) : returns a list of the values in an enum"},
+    {"fill", &vorParameterLibFunctions::fill,
      "fill(size, value) : returns a list of size elements with specified value"},
     {"basename", &vorParameterLib::basename, "Strip directory from filepath strings."},
     {"dirname", &vorParameterLib::dirname, "Strip non-directory suffix from filepath strings."},
-    {"get_typename", vorLibSupport::unavailable, "get_typename(obj) : Get an object's typename."},
+    {"get_typename", &vorParameterLib::get_typename,
+     "get_typename(obj) : Get an object's typename."},
     {"make_sequence", &vorParameterLibFunctions::make_sequence,
      "make_sequence(INT start_value[, INT increment[, INT padding]]) : Create a new sequence "
      "object."},
@@ -127,10 +126,10 @@ const Entry first_group[] = {
      "Universal Time."},
     {"time_to_string", &vorParameterLibFunctions::time_to_string,
      "Returns a formatted time string hh:mm:ss from a given int time()"},
-    {"extract", vorLibSupport::unavailable,
+    {"extract", &vorParameterLibFunctions::extract,
      "extract(list, par_name) : Given a list of maps extract a list containing the named element "
      "from each list item."},
-    {"filter", vorLibSupport::unavailable,
+    {"filter", &vorParameterLibFunctions::filter,
      "filter(list, expression) : Given a list of maps extract a list that matches the given "
      "expression."},
     {"join", &vorParameterLibFunctions::join,
@@ -144,13 +143,13 @@ const Entry first_group[] = {
      "file_list(filepath) : Returns whether the given file exists or not."},
     {"dir_exists", &vorParameterLibFunctions::dir_exists,
      "dir_exists(dirpath) : Returns whether the given directory exists or not."},
-    {"sort", vorLibSupport::unavailable,
+    {"sort", &vorParameterLibFunctions::sort,
      "sort(list, expression) : Return the list sorted by expression."},
-    {"reverse", vorLibSupport::unavailable,
+    {"reverse", &vorParameterLibFunctions::reverse,
      "reverse(list) : Return a list with the elements of the input list reversed."},
     {"port_machining", &vorParameterLibFunctions::port_machining,
      "Return true if it is port machining"},
-    {"dict_set_value", vorLibSupport::unavailable,
+    {"dict_set_value", &vorParameterLibFunctions::dict_set_value,
      "dict_set_value(dict, key_string, value_string) : Sets a key/value in a dictionary - create "
      "if missing."},
     {"map_key", &vorParameterLibFunctions::map_key,

@@ -46,8 +46,4 @@ Registration::Registration(const char* name, vorParameterLibFn fn, const char* d
     vorParameterLib::add_entry(name, fn, desc);
 }
 
-vorParameterPtr unavailable(const vorParameterPtr&) {
-    return vorParameterLib::error(ERR_UNKNOWN);
-}
-
 } // namespace vorLibSupport

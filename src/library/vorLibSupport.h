@@ -53,10 +53,6 @@ public:
     Registration(const char* name, vorParameterLibFn fn, const char* desc);
 };
 
-/// The operation of the functions that this build does not provide yet: it
-/// answers ERR_UNKNOWN whatever the arguments.
-vorParameterPtr unavailable(const vorParameterPtr& args);
-
 } // namespace vorLibSupport
 
 #endif // VORPARAMETER_LIBRARY_VORLIBSUPPORT_H

@@ -119,6 +119,24 @@ public:
     static vorParameterPtr basename(const vorParameterPtr& args);
     static vorParameterPtr dirname(const vorParameterPtr& args);
 
+    // List, set and dictionary. "remove" and "get_typename" stand beside the
+    // parameter operations of the same names, which stay visible.
+    using vorParameterFunction::get_typename;
+    using vorParameterFunction::remove;
+    static vorParameterPtr add_first(const vorParameterPtr& args);
+    static vorParameterPtr add_last(const vorParameterPtr& args);
+    static vorParameterPtr remove_first(const vorParameterPtr& args);
+    static vorParameterPtr remove_last(const vorParameterPtr& args);
+    static vorParameterPtr remove(const vorParameterPtr& args);
+    static vorParameterPtr remove_duplicates(const vorParameterPtr& args);
+    static vorParameterPtr is_empty(const vorParameterPtr& args);
+    static vorParameterPtr member(const vorParameterPtr& args);
+    static vorParameterPtr set_union(const vorParameterPtr& args);
+    static vorParameterPtr subtract(const vorParameterPtr& args);
+    static vorParameterPtr intersection(const vorParameterPtr& args);
+    static vorParameterPtr values(const vorParameterPtr& args);
+    static vorParameterPtr get_typename(const vorParameterPtr& args);
+
     /// The name of the function this object stands for; empty for the library.
     const utString& name() const { return body(); }
 
@@ -129,10 +147,7 @@ private:
 
 /// The functions that are no members of vorParameterLib: the mathematical
 /// functions and "compare", which register themselves when the library is
-/// loaded, and further functions of every family. The family of lists,
-/// sets and dictionaries, and "values", are
-/// registered by name and description but not built yet: they answer an
-/// "Unknown error".
+/// loaded, and further functions of every family.
 namespace vorParameterLibFunctions {
 VOR_API vorParameterPtr sin(const vorParameterPtr& args);
 VOR_API vorParameterPtr cos(const vorParameterPtr& args);
@@ -156,6 +171,13 @@ VOR_API vorParameterPtr sanitize(const vorParameterPtr& args);
 VOR_API vorParameterPtr strip_new_lines(const vorParameterPtr& args);
 VOR_API vorParameterPtr join(const vorParameterPtr& args);
 VOR_API vorParameterPtr map_key(const vorParameterPtr& args);
+VOR_API vorParameterPtr fill(const vorParameterPtr& args);
+VOR_API vorParameterPtr extract(const vorParameterPtr& args);
+VOR_API vorParameterPtr filter(const vorParameterPtr& args);
+VOR_API vorParameterPtr sort(const vorParameterPtr& args);
+VOR_API vorParameterPtr reverse(const vorParameterPtr& args);
+VOR_API vorParameterPtr dict_set_value(const vorParameterPtr& args);
+
 /// The XML of the one argument as a string; docs/xml.md.
 VOR_API vorParameterPtr to_xml(const vorParameterPtr& args);
 /// Whether a state of an enumeration is active; docs/functions.md.
