@@ -102,52 +102,95 @@ static bool within_limits(const utString& text) {
     return separators <= vorParameterKeyImpl::max_path_components;
 }
 
+namespace {
+
+/// The parts of a key text: its first component, its type and the rest.
+struct KeyParts {
+    utString first;
+    utString remainder;
+    vorParameterType type = TYPE_ERROR;
+};
+
+/// Splits `chars` (the key's characters, as bytes when all are ASCII or as
+/// code points otherwise); `slice(from, to)` gives the UTF-8 text of a range.
+template <class Chars, class Slice>
+KeyParts split_key(const Chars& chars, const utString& text, Slice slice) {
+    KeyParts parts;
+    const std::size_t size = chars.size();
+    auto at = [&](std::size_t i) { return static_cast<char32_t>(chars[i]); };
+    std::size_t pos = 0;
+    while (pos < size && vorCharTypes::is_space(at(pos)))
+        ++pos;
+    if (pos == size)
+        return parts;
+
+    if (at(pos) != '[') {
+        std::size_t start = pos;
+        while (pos < size && is_name_char(at(pos)))
+            ++pos;
+        if (pos == start)
+            return parts;
+        parts.first = slice(start, pos);
+        parts.type =
+            (vorCharTypes::is_digit(at(start)) || at(start) == '-') ? TYPE_ARRAY : TYPE_MAP;
+    } else {
+        std::size_t start = ++pos;
+        while (pos < size && (vorCharTypes::is_digit(at(pos)) || at(pos) == ' '))
+            ++pos;
+        if (pos == size || at(pos) != ']') {
+            parts.first = text;
+            return parts;
+        }
+        parts.first = slice(start, pos);
+        parts.type = TYPE_ARRAY;
+        ++pos;
+    }
+
+    // The one fixed rename of the key syntax.
+    if (parts.first == "current")
+        parts.first = "toolpath";
+
+    if (pos == size)
+        return parts;
+    if (at(pos) == '.')
+        parts.remainder = slice(pos + 1, size);
+    else if (at(pos) == '[')
+        parts.remainder = slice(pos, size);
+    else
+        parts.type = TYPE_ERROR;
+    return parts;
+}
+
+bool is_ascii(std::string_view text) {
+    for (char c : text)
+        if (static_cast<unsigned char>(c) >= 0x80)
+            return false;
+    return true;
+}
+
+} // namespace
+
 void vorParameterKeyImpl::parse(const utString& text) {
     if (!within_limits(text)) {
         m_first = text.substr(0, 64);
         return;
     }
-    const vorWideString wide = vorMultiByteToWideChar::convert(text.view());
-    std::size_t pos = 0;
-    while (pos < wide.size() && vorCharTypes::is_space(wide[pos]))
-        ++pos;
-    if (pos == wide.size())
-        return;
-
-    if (wide[pos] != '[') {
-        std::size_t start = pos;
-        while (pos < wide.size() && is_name_char(wide[pos]))
-            ++pos;
-        if (pos == start)
-            return;
-        m_first = utf8(wide, start, pos);
-        m_type =
-            (vorCharTypes::is_digit(wide[start]) || wide[start] == '-') ? TYPE_ARRAY : TYPE_MAP;
+    // Keys are nearly always ASCII: then bytes are characters, and the parts
+    // are cut from the text without a round trip through code points.
+    KeyParts parts;
+    const std::string_view bytes = text.view();
+    if (is_ascii(bytes)) {
+        parts = split_key(bytes, text, [&](std::size_t from, std::size_t to) {
+            return utString(bytes.substr(from, to - from));
+        });
     } else {
-        std::size_t start = ++pos;
-        while (pos < wide.size() && (vorCharTypes::is_digit(wide[pos]) || wide[pos] == ' '))
-            ++pos;
-        if (pos == wide.size() || wide[pos] != ']') {
-            m_first = text;
-            return;
-        }
-        m_first = utf8(wide, start, pos);
-        m_type = TYPE_ARRAY;
-        ++pos;
+        const vorWideString wide = vorMultiByteToWideChar::convert(bytes);
+        parts = split_key(wide, text,
+                          [&](std::size_t from, std::size_t to) { return utf8(wide, from, to); });
     }
-
-    // The one fixed rename of the key syntax.
-    if (m_first == "current")
-        m_first = "toolpath";
-
-    if (pos == wide.size())
-        return;
-    if (wide[pos] == '.')
-        m_remainder = utf8(wide, pos + 1, wide.size());
-    else if (wide[pos] == '[')
-        m_remainder = utf8(wide, pos, wide.size());
-    else
-        m_type = TYPE_ERROR;
+    m_first = std::move(parts.first);
+    m_remainder = std::move(parts.remainder);
+    m_type = parts.type;
 }
 
 vorParameterKeyImplPtr vorParameterKeyImpl::get_impl(const utString& given) {
