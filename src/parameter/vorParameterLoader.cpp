@@ -26,7 +26,11 @@ int vorParameterLoader::define_par(const vorParameterKey& key, vorParameterPtr p
 }
 
 int vorParameterLoader::load_par(const vorParameterKey& key, const utString& text) {
-    vorParameterPtr target = m_root.lookup_member(key);
+    return load_into(m_root.lookup_member(key), key, text);
+}
+
+int vorParameterLoader::load_into(const vorParameterPtr& target, const vorParameterKey& key,
+                                  const utString& text) {
     if (!present(target))
         return 1;
     target->set_string(text);

@@ -40,8 +40,9 @@ public:
     }
 
     int load_par(const vorParameterKey& key, const utString& text) override {
-        if (present(m_root.lookup_member(key)))
-            return vorParameterLoader::load_par(key, text);
+        vorParameterPtr target = m_root.lookup_member(key);
+        if (present(target))
+            return load_into(target, key, text);
         if (!add_at(key, vorParameterPtr(new vorParameterString(text))))
             return 1;
         record_loaded(key.str());

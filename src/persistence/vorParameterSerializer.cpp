@@ -71,7 +71,7 @@ vorParameterSerializer& vorParameterSerializer::get_template_serializer() {
     return serializer;
 }
 
-bool vorParameterSerializer::should_include(const utString& key) const {
+bool vorParameterSerializer::should_include(std::string_view key) const {
     if (m_header_mode)
         return true;
     if (m_include_pars.empty() && m_exclude_pars.empty() && !m_exclude_all)
@@ -79,7 +79,7 @@ bool vorParameterSerializer::should_include(const utString& key) const {
     // Walk the key's prefixes that end at a component ("a", "a.b", "a.b[2]",
     // "a.b[2].c"): the deepest one named in a set decides, an include
     // winning over an exclude at the same depth.
-    const std::string_view text = key.view();
+    const std::string_view text = key;
     bool included = m_include_pars.empty();
     int brackets = 0;
     for (std::size_t i = 0; i <= text.size(); ++i) {
@@ -101,7 +101,7 @@ bool vorParameterSerializer::should_include(const utString& key) const {
     // An excluded key still opens the way to something included below it.
     if (included || m_include_pars.empty())
         return included;
-    if (m_global_exclude_pars.contains(key))
+    if (m_global_exclude_pars.contains(utString(key)))
         return false;
     for (const utString& entry : m_include_pars)
         if (is_key_prefix(text, entry.view()))

@@ -163,34 +163,18 @@ const vorParameterRef* as_reference(const vorParameter& par) {
 
 /// The tag of a parameter that is not a reference: its kind.
 const char* tag_of(const vorParameter& par) {
-    switch (par.type()) {
-    case TYPE_MAP:
-        return "map";
-    case TYPE_ARRAY:
-        switch (par.subtype()) {
-        case SUB_LIST:
-            return "list";
-        case SUB_SHARED_LIST:
-            return "shared_list";
-        case SUB_VECTOR:
-            return "vector";
-        default:
-            return "array";
-        }
-    case TYPE_STRING:
-        return "string";
-    case TYPE_NUMERIC:
-        return "number";
-    case TYPE_ENUM:
-        return "enum";
-    case TYPE_FUNCTION:
-        return "function";
-    case TYPE_DATA:
-        return "data";
-    case TYPE_ERROR:
-        break;
+    if (par.type() != TYPE_ARRAY)
+        return vorTypeWord(par.type());
+    switch (par.subtype()) {
+    case SUB_LIST:
+        return "list";
+    case SUB_SHARED_LIST:
+        return "shared_list";
+    case SUB_VECTOR:
+        return "vector";
+    default:
+        return "array";
     }
-    return "error";
 }
 
 /// The value text, unescaped (see xml_value).

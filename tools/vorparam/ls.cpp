@@ -26,28 +26,6 @@ struct ListOptions {
     std::string path;
 };
 
-const char* type_word(vorParameterType type) {
-    switch (type) {
-    case TYPE_ERROR:
-        return "error";
-    case TYPE_MAP:
-        return "map";
-    case TYPE_ARRAY:
-        return "array";
-    case TYPE_STRING:
-        return "string";
-    case TYPE_NUMERIC:
-        return "number";
-    case TYPE_ENUM:
-        return "enum";
-    case TYPE_FUNCTION:
-        return "function";
-    case TYPE_DATA:
-        return "data";
-    }
-    return "?";
-}
-
 /// "(3 members)", "&tool = ...", or what describe() says.
 std::string value_text(const vorParameterPtr& par) {
     if (const vorParameterRef* ref = vorParameterRef::ut_dynamic_cast(par.get())) {
@@ -132,14 +110,14 @@ int run_ls(const Arguments& args, std::ostream& out, std::ostream& err) {
     std::vector<Line> lines;
     const vorParameterType start_type = start->type();
     if (start_type != TYPE_MAP && start_type != TYPE_ARRAY)
-        lines.push_back({options.path, type_word(start_type), value_text(start)});
+        lines.push_back({options.path, vorTypeWord(start_type), value_text(start)});
     vorParameterIter it(start);
     it.set_max_depth(options.depth);
     it.set_leaf_only(options.leaves);
     it.set_active_only(options.active);
     while (++it) {
         const vorParameterPtr par = it();
-        const char* type = par->is_ref() ? "ref" : type_word(par->type());
+        const char* type = par->is_ref() ? "ref" : vorTypeWord(par->type());
         lines.push_back({it.index().str().str(), type, value_text(par)});
     }
 

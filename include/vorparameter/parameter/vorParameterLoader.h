@@ -44,6 +44,10 @@ protected:
     vorParameterRoot& root() { return m_root; }
     /// Records `key` as loaded (what load_par does when it sets a value).
     void record_loaded(const utString& key) { m_loaded.push_back(key); }
+    /// What load_par does with the parameter `target` found at `key`: sets
+    /// `text` and records the key; non-zero, changing nothing, when `target`
+    /// is an error.
+    int load_into(const vorParameterPtr& target, const vorParameterKey& key, const utString& text);
 
 private:
     vorParameterRoot& m_root;

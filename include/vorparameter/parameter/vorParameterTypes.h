@@ -21,6 +21,30 @@ enum vorParameterType {
     TYPE_DATA = 7      ///< opaque host data
 };
 
+/// The word for a type in text meant for people: "error", "map", "array",
+/// "string", "number", "enum", "function" or "data".
+inline const char* vorTypeWord(vorParameterType type) {
+    switch (type) {
+    case TYPE_ERROR:
+        break;
+    case TYPE_MAP:
+        return "map";
+    case TYPE_ARRAY:
+        return "array";
+    case TYPE_STRING:
+        return "string";
+    case TYPE_NUMERIC:
+        return "number";
+    case TYPE_ENUM:
+        return "enum";
+    case TYPE_FUNCTION:
+        return "function";
+    case TYPE_DATA:
+        return "data";
+    }
+    return "error";
+}
+
 enum vorParameterSubType {
     ERR_UNKNOWN = 0,           ///< "Unknown error"; also what an empty handle becomes
     ERR_SYNTAX = 1,            ///< "Syntax error"

@@ -56,6 +56,7 @@
 #include <cstddef>
 #include <iosfwd>
 #include <memory>
+#include <string_view>
 
 enum vorParameterSerialError {
     SERIAL_OK = 0,           ///< success
@@ -159,7 +160,7 @@ public:
 
     /// Whether `key` (a full key such as "a.b[2]") is saved and loaded under
     /// the current include and exclude sets.
-    bool should_include(const utString& key) const;
+    bool should_include(std::string_view key) const;
 
     /// The type word that defines `par` in a file ("I", "R[L/T]", "LS", "V3R[L]", ...).
     utString get_type_from_par(const vorParameter& par) const;
