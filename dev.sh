@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Developer entry point: builds libvorparameter and runs its demo, tests,
-# sanitizer tests, benchmarks or fuzzers. Missing build tools are installed
+# sanitizer tests, benchmarks or fuzzers, or its API reference. Missing build tools are installed
 # with apt-get on Debian-like systems.
 #
 #   ./dev.sh demo       build (build/) and run `vorparam demo`
@@ -10,10 +10,11 @@
 #   ./dev.sh fuzz [S]   build the libFuzzer targets with clang (build-fuzz/) and
 #                       run each for S seconds (30); any finding fails
 #   ./dev.sh bench      build and run the benchmarks
+#   ./dev.sh docs       generate the API reference with Doxygen (build-docs/html/)
 #
 # Environment: VORPARAMETER_BUILD_DIR, VORPARAMETER_SANITIZE_BUILD_DIR,
-# VORPARAMETER_TSAN_BUILD_DIR and VORPARAMETER_FUZZ_BUILD_DIR override the
-# build folders; CTEST_JOBS the test parallelism (2); FUZZ_RSS_LIMIT_MB the
+# VORPARAMETER_TSAN_BUILD_DIR, VORPARAMETER_FUZZ_BUILD_DIR and
+# VORPARAMETER_DOCS_DIR override the build folders; CTEST_JOBS the test parallelism (2); FUZZ_RSS_LIMIT_MB the
 # memory a fuzzer may hold before its growth counts as a finding (2048).
 set -euo pipefail
 
@@ -23,6 +24,7 @@ BUILD_DIR=${VORPARAMETER_BUILD_DIR:-build}
 SANITIZE_DIR=${VORPARAMETER_SANITIZE_BUILD_DIR:-build-sanitize}
 TSAN_DIR=${VORPARAMETER_TSAN_BUILD_DIR:-build-tsan}
 FUZZ_DIR=${VORPARAMETER_FUZZ_BUILD_DIR:-build-fuzz}
+DOCS_DIR=${VORPARAMETER_DOCS_DIR:-build-docs}
 FUZZ_RSS_LIMIT_MB=${FUZZ_RSS_LIMIT_MB:-2048}
 CTEST_JOBS=${CTEST_JOBS:-2}
 JOBS=$(nproc 2>/dev/null || echo 2)
@@ -44,6 +46,7 @@ usage: ./dev.sh <command>
   fuzz [S]   build the libFuzzer targets with clang (build-fuzz/) and run each
              for S seconds (default 30); a crash, leak, timeout or OOM fails
   bench      build (build/) and run the benchmarks
+  docs       generate the API reference with Doxygen (build-docs/html/index.html)
   help       show this message
 EOF
 }
@@ -69,7 +72,8 @@ fuzzer_links() {
     return $status
 }
 
-# Debian packages still missing for the given needs ("base", "test", "fuzz").
+# Debian packages still missing for the given needs ("base", "test", "fuzz",
+# "docs").
 missing_packages() {
     local need missing=()
     command -v cmake >/dev/null 2>&1 || missing+=(cmake)
@@ -85,6 +89,10 @@ missing_packages() {
                 libxml2-dev libxml2-utils; do
                 is_installed "$pkg" || missing+=("$pkg")
             done
+        elif [[ $need == docs ]]; then
+            # Graphviz's dot draws the class diagrams and the figures of docs/.
+            command -v doxygen >/dev/null 2>&1 || missing+=(doxygen)
+            command -v dot >/dev/null 2>&1 || missing+=(graphviz)
         elif [[ $need == fuzz ]]; then
             if ! command -v clang++ >/dev/null 2>&1; then
                 missing+=(clang libclang-rt-dev)
@@ -296,6 +304,22 @@ cmd_bench() {
     "$BUILD_DIR/bench/vorparameter_bench" "$@"
 }
 
+# The API reference from the public headers, README.md and docs/ (the settings
+# are in docs/Doxyfile). Warnings are listed but do not fail the command.
+cmd_docs() {
+    ensure_deps docs
+    local version
+    version=$(sed -n 's/^project(vorparameter VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+    mkdir -p "$DOCS_DIR"
+    say "generating the API reference in $DOCS_DIR/html"
+    VORPARAMETER_DOCS_DIR=$DOCS_DIR VORPARAMETER_VERSION=$version doxygen docs/Doxyfile
+    local warnings=$DOCS_DIR/doxygen-warnings.log
+    if [[ -s $warnings ]]; then
+        say "doxygen warned $(wc -l <"$warnings") times; see $warnings"
+    fi
+    say "open $DOCS_DIR/html/index.html"
+}
+
 command=${1:-}
 [[ $# -gt 0 ]] && shift
 case $command in
@@ -305,6 +329,7 @@ sanitize) cmd_sanitize ;;
 tsan) cmd_tsan ;;
 fuzz) cmd_fuzz "$@" ;;
 bench) cmd_bench "$@" ;;
+docs) cmd_docs ;;
 help | -h | --help) usage ;;
 *)
     usage >&2

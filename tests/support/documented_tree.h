@@ -5,7 +5,7 @@
 
 #include "vorparameter/expression/vorParameterNumeric.h"
 #include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/parameter/vorParameterRoot.h"
+#include "vorparameter/library/vorParameterLibRoot.h"
 
 inline vorParameterPtr documented_number(vorParameterSubType kind, vorDimStandard dim,
                                          double value) {
@@ -13,7 +13,7 @@ inline vorParameterPtr documented_number(vorParameterSubType kind, vorDimStandar
 }
 
 inline vorParameterPtr documented_tree() {
-    vorParameterPtr root(new vorParameterRoot("machining"));
+    vorParameterPtr root(new vorParameterLibRoot("machining"));
     root->add("a", documented_number(SUB_REAL, DIM_NONE, 2));
     root->add("b", documented_number(SUB_REAL, DIM_NONE, 3));
     vorParameterPtr tool = root->add("tool", vorParameterPtr(new vorParameterMap()));
