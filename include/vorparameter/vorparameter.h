@@ -40,6 +40,7 @@
 #include "vorparameter/parameter/vorParameterKey.h"
 #include "vorparameter/parameter/vorParameterLoader.h"
 #include "vorparameter/parameter/vorParameterMap.h"
+#include "vorparameter/parameter/vorParameterMembers.h"
 #include "vorparameter/parameter/vorParameterProxy.h"
 #include "vorparameter/parameter/vorParameterRef.h"
 #include "vorparameter/parameter/vorParameterRoot.h"
