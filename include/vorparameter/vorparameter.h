@@ -47,6 +47,7 @@
 #include "vorparameter/parameter/vorParameterUpdateTrack.h"
 #include "vorparameter/parameter/vorQueryParameter.h"
 
+#include "vorparameter/expression/vorCheckedRead.h"
 #include "vorparameter/expression/vorDimensions.h"
 #include "vorparameter/expression/vorEvaluator.h"
 #include "vorparameter/expression/vorParameterError.h"
