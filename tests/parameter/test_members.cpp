@@ -1,0 +1,118 @@
+// Range-for over a container's members: order and names, what is walked
+// (references, non-containers, empty handles), loaded empty slots, and
+// changes made by the loop body.
+
+#include "vorparameter/containers/vorParameterArray.h"
+#include "vorparameter/expression/vorParameterNumeric.h"
+#include "vorparameter/expression/vorParameterString.h"
+#include "vorparameter/parameter/vorParameterMembers.h"
+#include "vorparameter/parameter/vorParameterRef.h"
+#include "vorparameter/persistence/vorParameterOpenRoot.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+vorParameterPtr number(double v) {
+    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, v));
+}
+
+Names names_of(const vorMemberRange& range) {
+    Names names;
+    for (const auto& [name, member] : range)
+        names.push_back(name.str());
+    return names;
+}
+
+} // namespace
+
+TEST(Members, MapMembersInInsertionOrderUnderTheirExactNames) {
+    vorParameterRoot root("machining");
+    vorParameterPtr tool = root.add("tool", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr zeta = tool->add("Zeta", number(1));
+    tool->add("alpha", number(2));
+    tool->add("_hidden", number(3));
+    tool->add("Mid", number(4));
+
+    EXPECT_EQ(names_of(vorMembers(tool)), (Names{"Zeta", "alpha", "_hidden", "Mid"}));
+    const vorParameterPtr& const_tool = tool;
+    auto range = vorMembers(const_tool);
+    ASSERT_EQ(range.size(), 4u);
+    EXPECT_EQ(range.begin()->par, zeta) << "the handles are the members themselves";
+    // A root on the stack, and a reference to the map, which is followed.
+    EXPECT_EQ(names_of(vorMembers(root)), Names{"tool"});
+    root.add("holder", vorParameterPtr(new vorParameterRef("tool")));
+    EXPECT_EQ(names_of(vorMembers(root["holder"])), names_of(vorMembers(tool)));
+}
+
+TEST(Members, AnythingButTheRightContainerGivesAnEmptyRange) {
+    vorParameterRoot root("machining");
+    vorParameterPtr list = root.add("list", vorParameterPtr(new vorParameterArray()));
+    list->add(vorParameterKey(), number(1));
+    vorParameterPtr dangling = root.add("dangling", vorParameterPtr(new vorParameterRef("nosuch")));
+
+    EXPECT_TRUE(vorMembers(list).empty());
+    EXPECT_TRUE(vorElements(vorParameterPtr::share(&root)).empty());
+    EXPECT_TRUE(vorMembers(number(5)).empty());
+    EXPECT_TRUE(vorMembers(root["nosuch"]).empty());
+    EXPECT_TRUE(vorMembers(dangling).empty());
+    EXPECT_TRUE(vorElements(dangling).empty());
+    vorParameterPtr none;
+    EXPECT_TRUE(vorMembers(none).empty());
+    EXPECT_TRUE(vorElements(none).empty());
+    EXPECT_TRUE(none.is_null()) << "looping over an empty handle leaves it empty";
+}
+
+TEST(Members, ElementsInIndexOrderWithLoadedEmptySlotsInPlace) {
+    std::istringstream file("{\"type\" : \"job\", \"version\" : \"1\", \"time\" : \"0\"}\n"
+                            "{\"passes\" : (\"1\", , \"3\")}\n");
+    vorParameterSerialError error = SERIAL_OK;
+    std::unique_ptr<vorParameterOpenRoot> root =
+        vorParameterOpenRoot::load(file, vorParameterSerializer::get_template_serializer(), error);
+    ASSERT_EQ(error, SERIAL_OK);
+
+    Names texts;
+    std::vector<bool> active;
+    for (const vorParameterPtr& element : vorElements((*root)["passes"])) {
+        texts.push_back(element->get_string().str());
+        active.push_back(element->is_active());
+    }
+    EXPECT_EQ(texts, (Names{"1", "", "3"}));
+    EXPECT_EQ(active, (std::vector<bool>{true, false, true}));
+}
+
+TEST(Members, TheLoopBodyMayChangeOrReleaseTheContainer) {
+    vorParameterPtr tool(new vorParameterMap());
+    for (const char* name : {"a", "b", "c"})
+        tool->add(name, number(1));
+
+    // Removing every member and adding new ones while looping: the loop sees
+    // exactly the members that stood when it began, alive to the end.
+    Names seen;
+    for (const auto& [name, member] : vorMembers(tool)) {
+        seen.push_back(name.str());
+        tool->remove("a");
+        tool->remove("b");
+        tool->remove("c");
+        tool->add(name + "_new", number(2));
+        EXPECT_EQ(member->get_double(), 1.0);
+    }
+    EXPECT_EQ(seen, (Names{"a", "b", "c"}));
+    EXPECT_EQ(names_of(vorMembers(tool)), (Names{"a_new", "b_new", "c_new"}));
+
+    vorParameterPtr list(new vorParameterArray());
+    for (int i = 0; i < 3; ++i)
+        list->add(vorParameterKey(), number(i));
+    double sum = 0;
+    for (const vorParameterPtr& element : vorElements(list)) {
+        list.reset(); // the last handle of the array itself goes
+        sum += element->get_double();
+    }
+    EXPECT_EQ(sum, 3.0);
+}
