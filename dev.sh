@@ -75,6 +75,8 @@ missing_packages() {
     command -v cmake >/dev/null 2>&1 || missing+=(cmake)
     command -v g++ >/dev/null 2>&1 || missing+=(g++)
     command -v ninja >/dev/null 2>&1 || missing+=(ninja-build)
+    # The vorparam tool, built by every command.
+    is_installed libcli11-dev || missing+=(libcli11-dev)
     for need in "$@"; do
         if [[ $need == test ]]; then
             command -v pkg-config >/dev/null 2>&1 || missing+=(pkg-config)

@@ -4,29 +4,35 @@
 #include "commands.h"
 #include "file_tree.h"
 
-#include <ostream>
+#include <CLI/CLI.hpp>
+
+#include <iostream>
+#include <memory>
 
 namespace vorparam {
 
-int run_check(const Arguments& args, std::ostream& out, std::ostream& err) {
-    if (args.empty()) {
-        err << "vorparam check: needs at least one FILE\n";
-        return 2;
-    }
-    for (const std::string& arg : args) {
-        if (is_option(arg)) {
-            err << "vorparam check: unknown option '" << arg << "'\n";
-            return 2;
-        }
-    }
+namespace {
+
+int run_check(const std::vector<std::string>& files) {
     int status = 0;
-    for (const std::string& path : args) {
-        if (load_file_tree(path, out).complete())
-            out << path << ": ok\n";
+    for (const std::string& path : files) {
+        if (load_file_tree(path, std::cout).complete())
+            std::cout << path << ": ok\n";
         else
             status = 1;
     }
     return status;
+}
+
+} // namespace
+
+void add_check_command(CLI::App& app, int& status) {
+    auto files = std::make_shared<std::vector<std::string>>();
+    CLI::App* command = app.add_subcommand(
+        "check", "Load each saved file and report where it is malformed and which values "
+                 "were refused.");
+    command->add_option("FILE", *files, "saved files")->required();
+    command->callback([files, &status] { status = run_check(*files); });
 }
 
 } // namespace vorparam

@@ -1,42 +1,32 @@
-// The commands of vorparam. Each command is one entry of the table in
-// commands.cpp and one function; main() only finds and runs it.
+// The commands of vorparam. Each command lives in its own source file, which
+// defines its add_*_command: it adds a CLI11 subcommand with its options and a
+// callback that runs it. main() adds every command and parses.
+//
+// Exit status: 0 success; 1 a failed expression, load or write; 2 a usage
+// mistake (reported by CLI11 before any callback runs).
 #ifndef VORPARAM_COMMANDS_H
 #define VORPARAM_COMMANDS_H
 
-#include <iosfwd>
-#include <string>
-#include <string_view>
-#include <vector>
+namespace CLI {
+class App;
+}
 
 namespace vorparam {
 
-using Arguments = std::vector<std::string>;
+/// Adds the subcommand to `app`. When the user chose it, its callback runs
+/// it and stores the exit status in `status`.
+void add_check_command(CLI::App& app, int& status);
+void add_demo_command(CLI::App& app, int& status);
+void add_eval_command(CLI::App& app, int& status);
+void add_fmt_command(CLI::App& app, int& status);
+void add_get_command(CLI::App& app, int& status);
+void add_ls_command(CLI::App& app, int& status);
+void add_print_command(CLI::App& app, int& status);
+void add_set_command(CLI::App& app, int& status);
 
-struct Command {
-    const char* name;
-    /// Operands after the name, for the usage text ("" when none).
-    const char* synopsis;
-    const char* summary;
-    /// Runs the command with the arguments after its name; the exit status.
-    int (*run)(const Arguments& args, std::ostream& out, std::ostream& err);
-};
-
-/// Every command, in the order the usage text lists them.
-const std::vector<Command>& commands();
-/// The command called `name`, or null.
-const Command* find_command(std::string_view name);
-
-/// True for an argument that is an option ("-o", "--compact"), not an operand.
-bool is_option(const std::string& arg);
-
-int run_check(const Arguments& args, std::ostream& out, std::ostream& err);
-int run_demo(const Arguments& args, std::ostream& out, std::ostream& err);
-int run_eval(const Arguments& args, std::ostream& out, std::ostream& err);
-int run_fmt(const Arguments& args, std::ostream& out, std::ostream& err);
-int run_get(const Arguments& args, std::ostream& out, std::ostream& err);
-int run_ls(const Arguments& args, std::ostream& out, std::ostream& err);
-int run_print(const Arguments& args, std::ostream& out, std::ostream& err);
-int run_set(const Arguments& args, std::ostream& out, std::ostream& err);
+/// Evaluates one expression a line from standard input against the sample
+/// tree: what `vorparam` does with piped input and no command.
+int evaluate_standard_input();
 
 } // namespace vorparam
 

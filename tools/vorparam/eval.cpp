@@ -1,20 +1,24 @@
 // vorparam eval: evaluates expressions against the sample machining tree, or
 // against the tree of a saved file given with -f, after applying the values
-// given with --set, and prints each result with its dimension or the error it
-// gave. With --raw it prints each result's value text alone, so that the
-// output can go to other tools, and errors go to standard error. Without
-// expressions it reads one per line from standard input.
+// given with --set, and prints each result: a value with its dimension, a map
+// or array as the tree the library prints. With --raw it prints the values
+// alone, so that the output can go to other tools. Errors go to standard
+// error as "EXPR: MESSAGE". Without expressions it reads one per line from
+// standard input.
 #include "commands.h"
 #include "demo_tree.h"
 #include "describe.h"
 #include "file_tree.h"
+#include "settings.h"
 
 #include "vorparameter/expression/vorEvaluator.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
 #include "vorparameter/expression/vorParameterString.h"
 
+#include <CLI/CLI.hpp>
+
 #include <iostream>
-#include <ostream>
+#include <memory>
 
 namespace vorparam {
 
@@ -33,57 +37,53 @@ vorParameterPtr new_parameter(const std::string& value) {
 }
 
 // Applies "path=value": sets an existing parameter, or adds a new one to the
-// container the path's parent names.
-bool apply_setting(const vorParameterPtr& root, const std::string& setting, std::ostream& err) {
-    const std::size_t equals = setting.find('=');
-    if (equals == std::string::npos || equals == 0) {
-        err << "vorparam eval: --set wants PATH=VALUE, not '" << setting << "'\n";
-        return false;
-    }
-    const vorParameterKey path(utString(setting.substr(0, equals)));
-    const std::string value = setting.substr(equals + 1);
+// container the path's parent names. The parameter that took the value, or
+// an error after a message.
+vorParameterPtr apply_setting(const vorParameterPtr& root, const Setting& setting) {
+    const vorParameterKey path{utString(setting.path)};
     vorParameterPtr existing = (*root)[path];
     if (!existing->is_error()) {
-        existing->set_string(value);
-        return true;
+        existing->set_string(setting.value);
+        return existing;
     }
     vorParameterPtr container = path.parent().empty() ? root : (*root)[path.parent()];
-    if (container->is_error() ||
-        container->add(vorParameterKey(path.last()), new_parameter(value))->is_error()) {
-        err << "vorparam eval: cannot set '" << path.str() << "'\n";
+    vorParameterPtr added = container->is_error() ? container
+                                                  : container->add(vorParameterKey(path.last()),
+                                                                   new_parameter(setting.value));
+    if (added->is_error())
+        std::cerr << "vorparam eval: cannot set " << setting.path << ": " << added->get_expr()
+                  << '\n';
+    return added;
+}
+
+bool is_container(const vorParameterPtr& par) {
+    const vorParameterType type = par->type();
+    return type == TYPE_MAP || type == TYPE_ARRAY;
+}
+
+/// Prints one result; true when the expression gave no error.
+bool evaluate_line(const vorParameterPtr& root, const std::string& expression, bool raw) {
+    const vorParameterPtr result = vorEvaluator(root.get()).evaluate(utString(expression));
+    if (result->is_error()) {
+        std::cerr << "vorparam eval: " << expression << ": " << result->get_expr() << '\n';
         return false;
     }
+    if (!raw)
+        std::cout << expression << " =>" << (is_container(result) ? "\n" : " ");
+    if (is_container(result))
+        std::cout << result->print(raw ? 0 : 1);
+    else
+        std::cout << (raw ? result->get_string().str() : describe(result)) << '\n';
     return true;
 }
 
-// The value text alone: a text unquoted, a number without its dimension, a
-// list as "{a; b}".
-std::string raw_text(const vorParameterPtr& par) {
-    if (par->type() != TYPE_ARRAY)
-        return par->get_string().str();
-    std::string items;
-    for (int i = 0, n = par->size(); i < n; ++i)
-        items += (i ? "; " : "") + raw_text((*par)[vorParameterKey(i, utString())]);
-    return "{" + items + "}";
-}
-
-struct EvalOutput {
-    bool raw;
-    std::ostream& out;
-    std::ostream& err;
-};
-
-// Prints one result; true when the expression gave no error.
-bool evaluate_line(const vorParameterPtr& root, const std::string& expression,
-                   const EvalOutput& output) {
-    const vorParameterPtr result = vorEvaluator(root.get()).evaluate(utString(expression));
-    if (!output.raw)
-        output.out << expression << " => " << describe(result) << '\n';
-    else if (result->is_error())
-        output.err << "vorparam eval: " << expression << ": " << result->get_expr() << '\n';
-    else
-        output.out << raw_text(result) << '\n';
-    return !result->is_error();
+/// Evaluates every nonblank line of standard input; true when none failed.
+bool evaluate_lines(const vorParameterPtr& root, bool raw) {
+    bool all_ok = true;
+    for (std::string line; std::getline(std::cin, line);)
+        if (line.find_first_not_of(" \t\r") != std::string::npos)
+            all_ok = evaluate_line(root, line, raw) && all_ok;
+    return all_ok;
 }
 
 struct EvalOptions {
@@ -93,64 +93,58 @@ struct EvalOptions {
     std::vector<std::string> expressions;
 };
 
-/// Sorts the arguments; false (after a message) for a usage mistake. Any
-/// argument that is not an option is an expression, even one like "-1".
-bool read_options(const Arguments& args, EvalOptions& options, std::ostream& err) {
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        const std::string& arg = args[i];
-        if (arg == "--set") {
-            if (i + 1 == args.size()) {
-                err << "vorparam eval: --set needs PATH=VALUE\n";
-                return false;
-            }
-            options.settings.push_back(args[++i]);
-        } else if (arg == "-f") {
-            if (i + 1 == args.size() || !options.file.empty()) {
-                err << "vorparam eval: -f takes one FILE\n";
-                return false;
-            }
-            options.file = args[++i];
-        } else if (arg == "--raw") {
-            options.raw = true;
-        } else if (arg.rfind("--set=", 0) == 0) {
-            options.settings.push_back(arg.substr(6));
-        } else {
-            options.expressions.push_back(arg);
-        }
-    }
-    return true;
-}
-
-} // namespace
-
-int run_eval(const Arguments& args, std::ostream& out, std::ostream& err) {
-    EvalOptions options;
-    if (!read_options(args, options, err))
-        return 2;
+int run_eval(const EvalOptions& options) {
     FileTree file;
     vorParameterPtr root;
     if (options.file.empty()) {
         root = build_demo_tree();
     } else {
-        file = load_file_tree(options.file, err);
+        file = load_file_tree(options.file, std::cerr);
         if (!file.complete())
             return 1;
         root = vorParameterPtr::share(file.root.get());
     }
-    for (const std::string& setting : options.settings)
-        if (!apply_setting(root, setting, err))
-            return 2;
-
-    const EvalOutput output{options.raw, out, err};
-    bool all_ok = true;
-    if (options.expressions.empty()) {
-        for (std::string line; std::getline(std::cin, line);)
-            if (line.find_first_not_of(" \t\r") != std::string::npos)
-                all_ok = evaluate_line(root, line, output) && all_ok;
+    std::vector<AppliedSetting> applied;
+    for (const std::string& argument : options.settings) {
+        const vorParameterPtr par = apply_setting(root, split_setting(argument));
+        if (par->is_error())
+            return 1;
+        applied.push_back({par, argument});
     }
+    if (!values_evaluate(applied, "eval --set", std::cerr))
+        return 1;
+
+    bool all_ok = true;
+    if (options.expressions.empty())
+        all_ok = evaluate_lines(root, options.raw);
     for (const std::string& expression : options.expressions)
-        all_ok = evaluate_line(root, expression, output) && all_ok;
+        all_ok = evaluate_line(root, expression, options.raw) && all_ok;
     return all_ok ? 0 : 1;
+}
+
+} // namespace
+
+int evaluate_standard_input() {
+    return run_eval(EvalOptions());
+}
+
+void add_eval_command(CLI::App& app, int& status) {
+    auto options = std::make_shared<EvalOptions>();
+    CLI::App* command = app.add_subcommand(
+        "eval", "Evaluate expressions against the sample tree or a saved file (one a line "
+                "from standard input when none is given).");
+    command->add_option("EXPR", options->expressions,
+                        "expressions; put them after -- when one begins with -");
+    command->add_option("-f,--file", options->file, "evaluate against this saved file's tree")
+        ->option_text("FILE");
+    command
+        ->add_option("--set", options->settings,
+                     "give PATH the value text VALUE first (adds PATH when it is new)")
+        ->option_text("PATH=VALUE")
+        ->allow_extra_args(false)
+        ->check(CLI::Validator(check_setting_syntax, "PATH=VALUE"));
+    command->add_flag("--raw", options->raw, "print values alone, without dimensions");
+    command->callback([options, &status] { status = run_eval(*options); });
 }
 
 } // namespace vorparam

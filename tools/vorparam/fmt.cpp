@@ -4,41 +4,42 @@
 #include "commands.h"
 #include "file_tree.h"
 
-#include <ostream>
+#include <CLI/CLI.hpp>
+
+#include <iostream>
+#include <memory>
 
 namespace vorparam {
 
-int run_fmt(const Arguments& args, std::ostream& out, std::ostream& err) {
-    bool compact = false;
-    std::string path;
-    for (const std::string& arg : args) {
-        if (arg == "--compact") {
-            compact = true;
-        } else if (is_option(arg)) {
-            err << "vorparam fmt: unknown option '" << arg << "'\n";
-            return 2;
-        } else if (!path.empty()) {
-            err << "vorparam fmt: takes one FILE\n";
-            return 2;
-        } else {
-            path = arg;
-        }
-    }
-    if (path.empty()) {
-        err << "vorparam fmt: needs a FILE\n";
-        return 2;
-    }
+namespace {
 
-    const FileTree tree = load_file_tree(path, err);
+struct FmtOptions {
+    std::string file;
+    bool compact = false;
+};
+
+int run_fmt(const FmtOptions& options) {
+    const FileTree tree = load_file_tree(options.file, std::cerr);
     if (!tree.complete())
         return 1;
     vorParameterSerializer serializer;
-    serializer.set_compact_mode(compact);
-    if (serializer.save(*tree.root, out) != SERIAL_OK) {
-        err << "vorparam fmt: cannot write the tree of " << path << '\n';
+    serializer.set_compact_mode(options.compact);
+    if (serializer.save(*tree.root, std::cout) != SERIAL_OK) {
+        std::cerr << "vorparam fmt: cannot write the tree of " << options.file << '\n';
         return 1;
     }
     return 0;
+}
+
+} // namespace
+
+void add_fmt_command(CLI::App& app, int& status) {
+    auto options = std::make_shared<FmtOptions>();
+    CLI::App* command =
+        app.add_subcommand("fmt", "Write a saved file's tree back in the saved layout.");
+    command->add_option("FILE", options->file, "saved file")->required();
+    command->add_flag("--compact", options->compact, "write everything on one line");
+    command->callback([options, &status] { status = run_fmt(*options); });
 }
 
 } // namespace vorparam

@@ -3,33 +3,43 @@
 #include "commands.h"
 #include "file_tree.h"
 
-#include <ostream>
+#include <CLI/CLI.hpp>
+
+#include <iostream>
+#include <memory>
 
 namespace vorparam {
 
-int run_get(const Arguments& args, std::ostream& out, std::ostream& err) {
-    for (const std::string& arg : args) {
-        if (is_option(arg)) {
-            err << "vorparam get: unknown option '" << arg << "'\n";
-            return 2;
-        }
-    }
-    if (args.size() < 2) {
-        err << "vorparam get: needs a FILE and at least one PATH\n";
-        return 2;
-    }
-    const FileTree tree = load_file_tree(args[0], err);
+namespace {
+
+struct GetOptions {
+    std::string file;
+    std::vector<std::string> paths;
+};
+
+int run_get(const GetOptions& options) {
+    const FileTree tree = load_file_tree(options.file, std::cerr);
     if (!tree.complete())
         return 1;
     int status = 0;
-    for (std::size_t i = 1; i < args.size(); ++i) {
-        const vorParameterPtr par = find_value(*tree.root, args[i], "get", err);
+    for (const std::string& path : options.paths) {
+        const vorParameterPtr par = find_value(*tree.root, path, "get", std::cerr);
         if (par->is_error())
             status = 1;
         else
-            out << par->get_string() << '\n';
+            std::cout << par->get_string() << '\n';
     }
     return status;
+}
+
+} // namespace
+
+void add_get_command(CLI::App& app, int& status) {
+    auto options = std::make_shared<GetOptions>();
+    CLI::App* command = app.add_subcommand("get", "Print the value of each PATH in a saved file.");
+    command->add_option("FILE", options->file, "saved file")->required();
+    command->add_option("PATH", options->paths, "dotted paths such as tool.diameter")->required();
+    command->callback([options, &status] { status = run_get(*options); });
 }
 
 } // namespace vorparam

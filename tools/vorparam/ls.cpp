@@ -10,9 +10,11 @@
 #include "vorparameter/parameter/vorParameterIter.h"
 #include "vorparameter/parameter/vorParameterRef.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
-#include <cstdlib>
-#include <ostream>
+#include <iostream>
+#include <memory>
 #include <vector>
 
 namespace vorparam {
@@ -57,50 +59,13 @@ void print_columns(const std::vector<Line>& lines, std::ostream& out) {
             << '\n';
 }
 
-/// Reads the options; false (after a message) for a usage mistake.
-bool read_options(const Arguments& args, ListOptions& options, std::ostream& err) {
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        const std::string& arg = args[i];
-        if (arg == "--leaves") {
-            options.leaves = true;
-        } else if (arg == "--active") {
-            options.active = true;
-        } else if (arg == "--depth") {
-            char* end = nullptr;
-            const long depth =
-                i + 1 < args.size() ? std::strtol(args[i + 1].c_str(), &end, 10) : -1;
-            if (!end || *end != '\0' || args[i + 1].empty() || depth < 0 || depth > 1000000) {
-                err << "vorparam ls: --depth needs a whole number from 0 (no limit) up\n";
-                return false;
-            }
-            options.depth = static_cast<int>(depth);
-            ++i;
-        } else if (arg.rfind("--", 0) == 0) {
-            err << "vorparam ls: unknown option '" << arg << "'\n";
-            return false;
-        } else if (!options.path.empty()) {
-            err << "vorparam ls: takes one PATH\n";
-            return false;
-        } else {
-            options.path = arg;
-        }
-    }
-    return true;
-}
-
-} // namespace
-
-int run_ls(const Arguments& args, std::ostream& out, std::ostream& err) {
-    ListOptions options;
-    if (!read_options(args, options, err))
-        return 2;
-
+int run_ls(const ListOptions& options) {
     const vorParameterPtr root = build_demo_tree();
     vorParameterPtr start = root;
     if (!options.path.empty()) {
         start = (*root)[vorParameterKey(utString(options.path))];
         if (start->is_error()) {
-            err << "vorparam ls: no parameter '" << options.path << "'\n";
+            std::cerr << "vorparam ls: " << options.path << ": " << start->get_expr() << '\n';
             return 1;
         }
         if (start->is_ref())
@@ -121,8 +86,23 @@ int run_ls(const Arguments& args, std::ostream& out, std::ostream& err) {
         lines.push_back({it.index().str().str(), type, value_text(par)});
     }
 
-    print_columns(lines, out);
+    print_columns(lines, std::cout);
     return 0;
+}
+
+} // namespace
+
+void add_ls_command(CLI::App& app, int& status) {
+    auto options = std::make_shared<ListOptions>();
+    CLI::App* command = app.add_subcommand(
+        "ls", "List the sample tree, or the subtree at PATH, with keys, types and values.");
+    command->add_option("PATH", options->path, "dotted path of the subtree");
+    command->add_option("--depth", options->depth, "levels to list (0: all)")
+        ->check(CLI::Range(0, 1000000))
+        ->option_text("N");
+    command->add_flag("--leaves", options->leaves, "list only values, not containers");
+    command->add_flag("--active", options->active, "leave out inactive parameters");
+    command->callback([options, &status] { status = run_ls(*options); });
 }
 
 } // namespace vorparam
