@@ -20,6 +20,7 @@ void add_demo_command(CLI::App& app, int& status);
 void add_eval_command(CLI::App& app, int& status);
 void add_fmt_command(CLI::App& app, int& status);
 void add_get_command(CLI::App& app, int& status);
+void add_graph_command(CLI::App& app, int& status);
 void add_ls_command(CLI::App& app, int& status);
 void add_print_command(CLI::App& app, int& status);
 void add_set_command(CLI::App& app, int& status);

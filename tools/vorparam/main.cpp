@@ -48,6 +48,7 @@ int main(int argc, char** argv) {
     add_eval_command(app, status);
     add_fmt_command(app, status);
     add_get_command(app, status);
+    add_graph_command(app, status);
     add_ls_command(app, status);
     add_print_command(app, status);
     add_set_command(app, status);
