@@ -117,23 +117,45 @@ vorRefToObjectId vorParameterOpenRoot::get_lock_id_imp(const vorParameter& node)
     return vorParameterLibRoot::get_lock_id_imp(node);
 }
 
+namespace {
+
+// The header of `in`, read so that the body can be read from the start
+// again: a stream that can seek goes back to where it was; any other is
+// copied into `copy` first, and `body` is then that copy.
+vorParameterSerialError read_header_and_rewind(std::istream& in, vorParameterFileHeader& header,
+                                               std::istringstream& copy, std::istream*& body) {
+    const std::istream::pos_type start = in.good() ? in.tellg() : std::istream::pos_type(-1);
+    if (start != std::istream::pos_type(-1)) {
+        const vorParameterSerialError result = vorParameterSerializer::read_header(in, header);
+        in.clear();
+        in.seekg(start);
+        body = &in;
+        return result;
+    }
+    std::ostringstream text;
+    if (in.good())
+        text << in.rdbuf();
+    copy.str(text.str());
+    const vorParameterSerialError result = vorParameterSerializer::read_header(copy, header);
+    copy.clear();
+    copy.seekg(0);
+    body = &copy;
+    return result;
+}
+
+} // namespace
+
 std::unique_ptr<vorParameterOpenRoot> vorParameterOpenRoot::load(std::istream& in,
                                                                  vorParameterSerializer& serializer,
                                                                  vorParameterSerialError& error) {
-    // The header decides the root; the text is read twice, so keep it.
-    std::ostringstream copy;
-    if (in.good())
-        copy << in.rdbuf();
-    const std::string text = copy.str();
-    std::istringstream header_stream(text);
     vorParameterFileHeader header;
-    const vorParameterSerialError header_error =
-        vorParameterSerializer::read_header(header_stream, header);
+    std::istringstream copy;
+    std::istream* body = nullptr;
+    const vorParameterSerialError header_error = read_header_and_rewind(in, header, copy, body);
     auto root = std::make_unique<vorParameterOpenRoot>(header.type, header.version);
     // A bad header fails the load the same way, which also tells the
     // serializer where it failed.
-    std::istringstream body_stream(text);
-    error = serializer.load(*root, body_stream);
+    error = serializer.load(*root, *body);
     if (header_error != SERIAL_OK)
         error = header_error;
     return root;

@@ -82,34 +82,19 @@ void report_load(const std::string& path, std::istream& in,
     report << ": " << describe_result(result) << '\n';
 }
 
-/// What vorParameterOpenRoot::load does, but for a regular file reading the
-/// body straight from the file through a CountingReader, so that a large
-/// file shows on a terminal how far its load has got (the library's load
-/// reads the whole stream before it parses any of it). A pipe, which cannot
-/// be read twice, goes to the library's load.
+/// Loads the file open in `in` into a new open root, through a
+/// CountingReader, so that a large file shows on a terminal how far its load
+/// has got.
 std::unique_ptr<vorParameterOpenRoot> load_with_progress(const std::string& path, std::ifstream& in,
                                                          vorParameterSerializer& serializer,
                                                          vorParameterSerialError& result) {
-    std::error_code ignored;
-    if (!fs::is_regular_file(path, ignored))
-        return vorParameterOpenRoot::load(in, serializer, result);
-    vorParameterFileHeader header;
-    const vorParameterSerialError header_error = vorParameterSerializer::read_header(in, header);
-    auto root = std::make_unique<vorParameterOpenRoot>(header.type, header.version);
-    in.clear();
-    in.seekg(0);
     std::error_code unknown_size;
     const std::uintmax_t size = fs::file_size(path, unknown_size);
     ProgressLine progress(std::cerr, path, size,
                           !unknown_size && progress_wanted(size, isatty(STDERR_FILENO)));
     CountingReader counted(*in.rdbuf(), progress);
-    std::istream body(&counted);
-    // A bad header fails the load the same way, which also tells the
-    // serializer where it failed.
-    result = serializer.load(*root, body);
-    if (header_error != SERIAL_OK)
-        result = header_error;
-    return root;
+    std::istream counted_in(&counted);
+    return vorParameterOpenRoot::load(counted_in, serializer, result);
 }
 
 /// Where a save of `target` is written before it replaces `target`: a hidden

@@ -62,4 +62,20 @@ CountingReader::int_type CountingReader::underflow() {
     return traits_type::to_int_type(*gptr());
 }
 
+CountingReader::pos_type CountingReader::seekoff(off_type offset, std::ios_base::seekdir direction,
+                                                 std::ios_base::openmode which) {
+    // The source is ahead of the reader by what is left of the block.
+    if (direction == std::ios_base::cur)
+        offset -= egptr() - gptr();
+    setg(nullptr, nullptr, nullptr);
+    const pos_type position = m_source.pubseekoff(offset, direction, which);
+    if (position != pos_type(off_type(-1)))
+        m_fetched = static_cast<std::uintmax_t>(off_type(position));
+    return position;
+}
+
+CountingReader::pos_type CountingReader::seekpos(pos_type position, std::ios_base::openmode which) {
+    return seekoff(off_type(position), std::ios_base::beg, which);
+}
+
 } // namespace vorparam

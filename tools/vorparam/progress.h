@@ -60,6 +60,8 @@ private:
 /// A read-only stream buffer over `source` that reports to `line` how many
 /// bytes its reader has taken. It reads ahead in blocks of its own, so
 /// `source` is read sequentially and the line is updated once a block.
+/// Seeking goes to `source` (a loader reads a file's header, then the file
+/// again from its start); the count follows the position.
 class CountingReader : public std::streambuf {
 public:
     CountingReader(std::streambuf& source, ProgressLine& line);
@@ -69,6 +71,9 @@ public:
 
 protected:
     int_type underflow() override;
+    pos_type seekoff(off_type offset, std::ios_base::seekdir direction,
+                     std::ios_base::openmode which) override;
+    pos_type seekpos(pos_type position, std::ios_base::openmode which) override;
 
 private:
     std::streambuf& m_source;

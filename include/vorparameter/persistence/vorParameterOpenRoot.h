@@ -51,7 +51,9 @@ public:
     /// Reads the whole of `in` into a new open root of the file's type and
     /// version, with `serializer`'s settings. `error` receives the result of
     /// the load; the root holds what was loaded, even after an error (an
-    /// empty root when the header could not be read).
+    /// empty root when the header could not be read). The header is read
+    /// first and the body again from the start: a stream that can seek (a
+    /// file) is read in place, any other (a pipe) is copied into memory.
     static std::unique_ptr<vorParameterOpenRoot>
     load(std::istream& in, vorParameterSerializer& serializer, vorParameterSerialError& error);
 
