@@ -77,12 +77,12 @@ missing_packages() {
     command -v ninja >/dev/null 2>&1 || missing+=(ninja-build)
     # The vorparam tool, built by every command.
     is_installed libcli11-dev || missing+=(libcli11-dev)
+    is_installed nlohmann-json3-dev || missing+=(nlohmann-json3-dev)
     for need in "$@"; do
         if [[ $need == test ]]; then
             command -v pkg-config >/dev/null 2>&1 || missing+=(pkg-config)
             local pkg
-            for pkg in libgtest-dev libbenchmark-dev libmuparser-dev nlohmann-json3-dev \
-                libxml2-dev libxml2-utils; do
+            for pkg in libgtest-dev libbenchmark-dev libmuparser-dev libxml2-dev libxml2-utils; do
                 is_installed "$pkg" || missing+=("$pkg")
             done
         elif [[ $need == fuzz ]]; then
