@@ -87,6 +87,35 @@ TEST(ToolJson, TheFormAsDocumented) {
     EXPECT_TRUE(root->lookup_member(vorParameterKey("lk"))->is_locked());
 }
 
+TEST(ToolJson, WordsOfAnyUnicodeTextSurvive) {
+    // Quotes, backslashes and control characters (NUL too) are escaped
+    // differently by the saved form and by JSON; both must give them back.
+    const std::string odd =
+        std::string("\\\"q\"b\\t\tn\nz") + std::string(1, '\0') + "\x01\xe2\x86\x92";
+    std::string escaped;
+    for (const char c : odd) {
+        if (c == '"' || c == '\\')
+            escaped += '\\';
+        escaped += c;
+    }
+    const std::string saved = "{\"type\":\"m\\\"x\",\"version\":\"-3\",\"time\":\"0\"}"
+                              "{\"\xc3\xa9\" \"S\" \"" +
+                              escaped + "\" : \"" + escaped + "\"}";
+    std::istringstream in(saved);
+    vorParameterSerializer serializer;
+    vorParameterSerialError result = SERIAL_STREAM_ERROR;
+    const std::unique_ptr<vorParameterOpenRoot> root =
+        vorParameterOpenRoot::load(in, serializer, result);
+    ASSERT_EQ(result, SERIAL_OK);
+    const std::string json = json_of(*root);
+    std::string error;
+    const std::unique_ptr<vorParameterOpenRoot> back = vorparam::tree_from_json(json, error);
+    ASSERT_TRUE(back) << error << json;
+    EXPECT_EQ(body(*back), body(*root));
+    EXPECT_EQ(back->get_root_type().str(), "m\"x");
+    EXPECT_EQ(back->version(), -3);
+}
+
 TEST(ToolJson, MalformedOrUnholdableJsonNamesWhere) {
     const std::pair<std::string, std::string> cases[] = {
         {"", "1:1: syntax error"},
