@@ -79,14 +79,16 @@ missing_packages() {
     command -v cmake >/dev/null 2>&1 || missing+=(cmake)
     command -v g++ >/dev/null 2>&1 || missing+=(g++)
     command -v ninja >/dev/null 2>&1 || missing+=(ninja-build)
-    # The vorparam tool, built by every command.
-    is_installed libcli11-dev || missing+=(libcli11-dev)
+    # The vorparam tool, built by every command: arguments, JSON, the REPL.
+    local tool_pkg
+    for tool_pkg in libcli11-dev nlohmann-json3-dev libedit-dev; do
+        is_installed "$tool_pkg" || missing+=("$tool_pkg")
+    done
     for need in "$@"; do
         if [[ $need == test ]]; then
             command -v pkg-config >/dev/null 2>&1 || missing+=(pkg-config)
             local pkg
-            for pkg in libgtest-dev libbenchmark-dev libmuparser-dev nlohmann-json3-dev \
-                libxml2-dev libxml2-utils; do
+            for pkg in libgtest-dev libbenchmark-dev libmuparser-dev libxml2-dev libxml2-utils; do
                 is_installed "$pkg" || missing+=("$pkg")
             done
         elif [[ $need == docs ]]; then

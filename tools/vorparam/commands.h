@@ -16,6 +16,7 @@ namespace vorparam {
 /// Adds the subcommand to `app`. When the user chose it, its callback runs
 /// it and stores the exit status in `status`.
 void add_check_command(CLI::App& app, int& status);
+void add_convert_command(CLI::App& app, int& status);
 void add_demo_command(CLI::App& app, int& status);
 void add_eval_command(CLI::App& app, int& status);
 void add_fmt_command(CLI::App& app, int& status);

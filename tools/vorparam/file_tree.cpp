@@ -105,25 +105,28 @@ fs::path temporary_beside(const fs::path& target) {
     return target.parent_path() / name;
 }
 
-bool write_saved_form(const vorParameterOpenRoot& root, const fs::path& file,
-                      const std::string& path, std::ostream& err) {
-    std::ofstream out(file, std::ios::binary | std::ios::trunc);
-    if (!out) {
-        err << path << ": cannot write beside it (" << std::strerror(errno) << ")\n";
+bool write_and_close(std::ofstream& out, const std::string& path, const StreamWriter& write,
+                     std::ostream& err) {
+    if (!write(out, err))
         return false;
-    }
-    vorParameterSerializer serializer;
-    const vorParameterSerialError result = serializer.save(root, out);
     out.close();
-    if (result != SERIAL_OK) {
-        err << path << ": cannot save (" << describe_result(result) << ")\n";
-        return false;
-    }
     if (out.fail()) {
         err << path << ": cannot write (" << std::strerror(errno) << ")\n";
         return false;
     }
     return true;
+}
+
+/// Runs `write` on a new file at `file` (`path` is what the user named, for
+/// the messages).
+bool write_new_file(const fs::path& file, const std::string& path, const StreamWriter& write,
+                    std::ostream& err) {
+    std::ofstream out(file, std::ios::binary | std::ios::trunc);
+    if (!out) {
+        err << path << ": cannot write beside it (" << std::strerror(errno) << ")\n";
+        return false;
+    }
+    return write_and_close(out, path, write, err);
 }
 
 } // namespace
@@ -163,15 +166,38 @@ vorParameterPtr find_value(vorParameterOpenRoot& root, const std::string& path, 
 }
 
 bool save_file_tree(const vorParameterOpenRoot& root, const std::string& path, std::ostream& err) {
+    return write_file(
+        path,
+        [&root, &path](std::ostream& out, std::ostream& report) {
+            vorParameterSerializer serializer;
+            const vorParameterSerialError result = serializer.save(root, out);
+            if (result == SERIAL_OK || result == SERIAL_STREAM_ERROR)
+                return true; // a stream error is reported with its reason once closed
+            report << path << ": cannot save (" << describe_result(result) << ")\n";
+            return false;
+        },
+        err);
+}
+
+bool write_file(const std::string& path, const StreamWriter& write, std::ostream& err) {
     const fs::path target(path);
-    const fs::path temporary = temporary_beside(target);
     std::error_code ec;
-    if (!write_saved_form(root, temporary, path, err)) {
+    const fs::file_status old = fs::status(target, ec);
+    if (fs::exists(old) && !fs::is_regular_file(old)) {
+        // A device or a pipe is written where it is: it cannot be replaced.
+        std::ofstream out(target, std::ios::binary);
+        if (!out) {
+            err << path << ": cannot write (" << std::strerror(errno) << ")\n";
+            return false;
+        }
+        return write_and_close(out, path, write, err);
+    }
+    const fs::path temporary = temporary_beside(target);
+    if (!write_new_file(temporary, path, write, err)) {
         fs::remove(temporary, ec);
         return false;
     }
     // A file replaced in place keeps who may read and write it.
-    const fs::file_status old = fs::status(target, ec);
     if (fs::exists(old))
         fs::permissions(temporary, old.permissions(), ec);
     fs::rename(temporary, target, ec);

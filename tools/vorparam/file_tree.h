@@ -5,6 +5,7 @@
 
 #include "vorparameter/persistence/vorParameterOpenRoot.h"
 
+#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -33,10 +34,19 @@ FileTree load_file_tree(const std::string& path, std::ostream& report);
 vorParameterPtr find_value(vorParameterOpenRoot& root, const std::string& path, const char* command,
                            std::ostream& err);
 
-/// Writes `root` in the saved form to `path` through a temporary file beside
-/// it that replaces `path` only once it is complete. False, after a message
-/// on `err`, when anything failed; `path` is then untouched.
+/// Writes `root` in the saved form to `path` as write_file does.
 bool save_file_tree(const vorParameterOpenRoot& root, const std::string& path, std::ostream& err);
+
+/// Puts output on a stream; false, after a message on its second stream,
+/// when it could not make the output (a failing stream is found afterwards).
+using StreamWriter = std::function<bool(std::ostream& out, std::ostream& err)>;
+
+/// Writes `path` with `write`. A regular file (or a new one) is written as a
+/// temporary file beside it that replaces `path` only once it is complete,
+/// so that a failure leaves `path` as it was; a device such as /dev/full, or
+/// a pipe, cannot be replaced and is written in place. False, after a
+/// message on `err`, when `write` or the stream failed.
+bool write_file(const std::string& path, const StreamWriter& write, std::ostream& err);
 
 } // namespace vorparam
 

@@ -44,6 +44,7 @@ int main(int argc, char** argv) {
 
     int status = 0;
     add_check_command(app, status);
+    add_convert_command(app, status);
     add_demo_command(app, status);
     add_eval_command(app, status);
     add_fmt_command(app, status);
