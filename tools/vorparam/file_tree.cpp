@@ -88,8 +88,8 @@ fs::path temporary_beside(const fs::path& target) {
     return target.parent_path() / name;
 }
 
-bool write_saved_form(const vorParameterOpenRoot& root, const fs::path& file,
-                      const std::string& path, std::ostream& err) {
+bool write_saved_form(const vorParameterRoot& root, const fs::path& file, const std::string& path,
+                      std::ostream& err) {
     std::ofstream out(file, std::ios::binary | std::ios::trunc);
     if (!out) {
         err << path << ": cannot write beside it (" << std::strerror(errno) << ")\n";
@@ -145,7 +145,7 @@ vorParameterPtr find_value(vorParameterOpenRoot& root, const std::string& path, 
     return par;
 }
 
-bool save_file_tree(const vorParameterOpenRoot& root, const std::string& path, std::ostream& err) {
+bool save_file_tree(const vorParameterRoot& root, const std::string& path, std::ostream& err) {
     const fs::path target(path);
     const fs::path temporary = temporary_beside(target);
     std::error_code ec;

@@ -36,7 +36,7 @@ vorParameterPtr find_value(vorParameterOpenRoot& root, const std::string& path, 
 /// Writes `root` in the saved form to `path` through a temporary file beside
 /// it that replaces `path` only once it is complete. False, after a message
 /// on `err`, when anything failed; `path` is then untouched.
-bool save_file_tree(const vorParameterOpenRoot& root, const std::string& path, std::ostream& err);
+bool save_file_tree(const vorParameterRoot& root, const std::string& path, std::ostream& err);
 
 } // namespace vorparam
 
