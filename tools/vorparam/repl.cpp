@@ -61,7 +61,7 @@ void add_repl_command(CLI::App& app, int& status) {
     CLI::App* command = app.add_subcommand(
         "repl", "Evaluate expressions and run commands (:help) line by line, on the sample tree "
                 "or a saved file.");
-    command->add_option("-f,--file", *file, "saved file to work on instead of the sample tree");
+    command->add_option("-f,--file", *file, "work on this saved file's tree")->option_text("FILE");
     command->callback([file, &status] { status = run_repl(*file); });
 }
 

@@ -4,8 +4,10 @@
 // root or a standard function.
 //
 // Candidates are whole words that begin with the typed word, compared without
-// regard to ASCII case (lookups ignore case too), so "TOOL.DI" completes to
-// "tool.diameter". A candidate that can be continued says how: a map ends in
+// regard to ASCII case (lookups ignore case too): the path before the last
+// component stays as typed and the member's name is spelled as in the tree,
+// so "TOOL.DI" completes to "TOOL.diameter". A candidate that can be continued says how: a map ends
+// in
 // ".", an array in "[", a function in "(". A reference completes as what it
 // designates, so "strategy.cutter." lists the tool's members.
 #ifndef VORPARAM_REPL_COMPLETION_H
