@@ -24,6 +24,7 @@ void add_get_command(CLI::App& app, int& status);
 void add_graph_command(CLI::App& app, int& status);
 void add_ls_command(CLI::App& app, int& status);
 void add_print_command(CLI::App& app, int& status);
+void add_repl_command(CLI::App& app, int& status);
 void add_set_command(CLI::App& app, int& status);
 
 /// Evaluates one expression a line from standard input against the sample

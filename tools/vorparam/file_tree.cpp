@@ -165,7 +165,7 @@ vorParameterPtr find_value(vorParameterOpenRoot& root, const std::string& path, 
     return par;
 }
 
-bool save_file_tree(const vorParameterOpenRoot& root, const std::string& path, std::ostream& err) {
+bool save_file_tree(const vorParameterRoot& root, const std::string& path, std::ostream& err) {
     return write_file(
         path,
         [&root, &path](std::ostream& out, std::ostream& report) {

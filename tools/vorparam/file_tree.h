@@ -35,7 +35,7 @@ vorParameterPtr find_value(vorParameterOpenRoot& root, const std::string& path, 
                            std::ostream& err);
 
 /// Writes `root` in the saved form to `path` as write_file does.
-bool save_file_tree(const vorParameterOpenRoot& root, const std::string& path, std::ostream& err);
+bool save_file_tree(const vorParameterRoot& root, const std::string& path, std::ostream& err);
 
 /// Puts output on a stream; false, after a message on its second stream,
 /// when it could not make the output (a failing stream is found afterwards).

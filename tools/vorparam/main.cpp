@@ -52,6 +52,7 @@ int main(int argc, char** argv) {
     add_graph_command(app, status);
     add_ls_command(app, status);
     add_print_command(app, status);
+    add_repl_command(app, status);
     add_set_command(app, status);
 
     try {
