@@ -24,16 +24,27 @@ namespace vorparam {
 
 namespace {
 
-// A new parameter for --set: a quoted text is a string, anything else a
-// dimensionless real whose text may be a number or an expression.
-vorParameterPtr new_parameter(const std::string& value) {
+// A new parameter for --set in `container`: a quoted text is a string,
+// anything else a number that keeps the value text (a number or an
+// expression). The number takes the kind and dimension of what the text
+// gives now ("5mm" makes a length); a text that does not give a number yet
+// makes a dimensionless real, and the check after every --set reports it if
+// it still gives none.
+vorParameterPtr new_parameter(const vorParameter& container, const std::string& value) {
     const bool quoted = value.size() >= 2 && (value.front() == '\'' || value.front() == '"') &&
                         value.back() == value.front();
     if (quoted)
         return vorParameterPtr(new vorParameterString(value.substr(1, value.size() - 2)));
-    vorParameterPtr number(new vorParameterNumeric(SUB_REAL, DIM_NONE, 0.0));
-    number->set_string(value);
-    return number;
+    vorParameterSubType kind = SUB_REAL;
+    vorDimensions dimensions(DIM_NONE);
+    const vorParameterPtr now = vorEvaluator(&container).evaluate(utString(value));
+    if (const vorParameterNumeric* number = vorParameterNumeric::ut_dynamic_cast(now->get_ref())) {
+        kind = number->subtype() == SUB_NUMBER ? SUB_REAL : number->subtype();
+        dimensions = number->get_dim();
+    }
+    vorParameterPtr made(new vorParameterNumeric(kind, dimensions, 0.0));
+    made->set_string(value);
+    return made;
 }
 
 // Applies "path=value": sets an existing parameter, or adds a new one to the
@@ -47,9 +58,13 @@ vorParameterPtr apply_setting(const vorParameterPtr& root, const Setting& settin
         return existing;
     }
     vorParameterPtr container = path.parent().empty() ? root : (*root)[path.parent()];
-    vorParameterPtr added = container->is_error() ? container
-                                                  : container->add(vorParameterKey(path.last()),
-                                                                   new_parameter(setting.value));
+    if (container->is_error()) {
+        std::cerr << "vorparam eval: cannot set " << setting.path << ": " << container->get_expr()
+                  << '\n';
+        return container;
+    }
+    vorParameterPtr added = container->add(vorParameterKey(path.last()),
+                                           new_parameter(*container->get_ref(), setting.value));
     if (added->is_error())
         std::cerr << "vorparam eval: cannot set " << setting.path << ": " << added->get_expr()
                   << '\n';
