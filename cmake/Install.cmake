@@ -7,6 +7,8 @@ install(TARGETS vorparameter EXPORT vorparameterTargets
         INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY include/vorparameter DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
         FILES_MATCHING PATTERN "*.h")
+install(FILES ${PROJECT_BINARY_DIR}/include/vorparameter/version.h
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vorparameter)
 
 set(VORPARAMETER_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/vorparameter)
 install(EXPORT vorparameterTargets NAMESPACE vorparameter::

@@ -1,6 +1,7 @@
 #include "usage.h"
 
 #include "commands.h"
+#include "vorparameter/version.h"
 
 #include <algorithm>
 #include <cstring>
@@ -29,7 +30,7 @@ void print_usage(std::ostream& out) {
 }
 
 void print_version(std::ostream& out) {
-    out << "vorparam " << VORPARAM_VERSION << '\n';
+    out << "vorparam " << VORPARAMETER_VERSION_STRING << '\n';
 }
 
 } // namespace vorparam
