@@ -3,8 +3,7 @@ include(CMakePackageConfigHelpers)
 install(TARGETS vorparameter EXPORT vorparameterTargets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
-        INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(DIRECTORY include/vorparameter DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
         FILES_MATCHING PATTERN "*.h")
 install(FILES ${PROJECT_BINARY_DIR}/include/vorparameter/version.h
@@ -16,8 +15,15 @@ install(EXPORT vorparameterTargets NAMESPACE vorparameter::
 configure_package_config_file(cmake/vorparameterConfig.cmake.in
     ${CMAKE_CURRENT_BINARY_DIR}/vorparameterConfig.cmake
     INSTALL_DESTINATION ${VORPARAMETER_CMAKE_DIR})
+# Before 1.0 every minor release may break the API, so a host that asks for 0.1
+# accepts 0.1.x only; from 1.0 on, any release of the same major version.
+if(PROJECT_VERSION_MAJOR EQUAL 0)
+    set(VORPARAMETER_COMPATIBILITY SameMinorVersion)
+else()
+    set(VORPARAMETER_COMPATIBILITY SameMajorVersion)
+endif()
 write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/vorparameterConfigVersion.cmake
-    COMPATIBILITY SameMajorVersion)
+    COMPATIBILITY ${VORPARAMETER_COMPATIBILITY})
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vorparameterConfig.cmake
               ${CMAKE_CURRENT_BINARY_DIR}/vorparameterConfigVersion.cmake
         DESTINATION ${VORPARAMETER_CMAKE_DIR})
