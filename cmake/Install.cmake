@@ -15,13 +15,8 @@ install(EXPORT vorparameterTargets NAMESPACE vorparameter::
 configure_package_config_file(cmake/vorparameterConfig.cmake.in
     ${CMAKE_CURRENT_BINARY_DIR}/vorparameterConfig.cmake
     INSTALL_DESTINATION ${VORPARAMETER_CMAKE_DIR})
-# Before 1.0 every minor release may break the API, so a host that asks for 0.1
-# accepts 0.1.x only; from 1.0 on, any release of the same major version.
-if(PROJECT_VERSION_MAJOR EQUAL 0)
-    set(VORPARAMETER_COMPATIBILITY SameMinorVersion)
-else()
-    set(VORPARAMETER_COMPATIBILITY SameMajorVersion)
-endif()
+# Which installed versions meet a host's request: VORPARAMETER_COMPATIBILITY
+# is chosen together with the soname in the top-level CMakeLists.txt.
 write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/vorparameterConfigVersion.cmake
     COMPATIBILITY ${VORPARAMETER_COMPATIBILITY})
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vorparameterConfig.cmake

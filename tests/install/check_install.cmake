@@ -59,6 +59,15 @@ endif()
 
 # 2. The version rule: a request is met by a release at least as new, of the
 # same major version from 1.0 on, of the same minor version before 1.0.
+if(VERSION_MAJOR EQUAL 0)
+    set(soname libvorparameter.so.0.${VERSION_MINOR})
+else()
+    set(soname libvorparameter.so.${VERSION_MAJOR})
+endif()
+file(GLOB_RECURSE soname_link ${prefix}/*/${soname})
+if(NOT soname_link)
+    message(FATAL_ERROR "the library was not installed under its soname ${soname}")
+endif()
 set(generator_args -G ${GENERATOR})
 if(MAKE_PROGRAM)
     list(APPEND generator_args -DCMAKE_MAKE_PROGRAM=${MAKE_PROGRAM})
