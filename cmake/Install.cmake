@@ -3,10 +3,11 @@ include(CMakePackageConfigHelpers)
 install(TARGETS vorparameter EXPORT vorparameterTargets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
-        INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(DIRECTORY include/vorparameter DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
         FILES_MATCHING PATTERN "*.h")
+install(FILES ${PROJECT_BINARY_DIR}/include/vorparameter/version.h
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vorparameter)
 
 set(VORPARAMETER_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/vorparameter)
 install(EXPORT vorparameterTargets NAMESPACE vorparameter::
@@ -14,8 +15,10 @@ install(EXPORT vorparameterTargets NAMESPACE vorparameter::
 configure_package_config_file(cmake/vorparameterConfig.cmake.in
     ${CMAKE_CURRENT_BINARY_DIR}/vorparameterConfig.cmake
     INSTALL_DESTINATION ${VORPARAMETER_CMAKE_DIR})
+# Which installed versions meet a host's request: VORPARAMETER_COMPATIBILITY
+# is chosen together with the soname in the top-level CMakeLists.txt.
 write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/vorparameterConfigVersion.cmake
-    COMPATIBILITY SameMajorVersion)
+    COMPATIBILITY ${VORPARAMETER_COMPATIBILITY})
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vorparameterConfig.cmake
               ${CMAKE_CURRENT_BINARY_DIR}/vorparameterConfigVersion.cmake
         DESTINATION ${VORPARAMETER_CMAKE_DIR})

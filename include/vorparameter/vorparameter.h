@@ -17,6 +17,8 @@
 #ifndef VORPARAMETER_VORPARAMETER_H
 #define VORPARAMETER_VORPARAMETER_H
 
+#include "vorparameter/version.h"
+
 #include "vorparameter/platform/CArchive.h"
 #include "vorparameter/platform/coContainers.h"
 #include "vorparameter/platform/giAngle.h"

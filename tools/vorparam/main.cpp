@@ -1,6 +1,8 @@
 // vorparam: command-line access to libvorparameter.
 #include "commands.h"
 
+#include "vorparameter/version.h"
+
 #include <CLI/CLI.hpp>
 
 #include <cerrno>
@@ -37,7 +39,7 @@ int main(int argc, char** argv) {
     using namespace vorparam;
 
     CLI::App app("Parameter trees and their expressions from the command line.", "vorparam");
-    app.set_version_flag("--version", std::string("vorparam ") + VORPARAM_VERSION);
+    app.set_version_flag("--version", std::string("vorparam ") + VORPARAMETER_VERSION_STRING);
     app.require_subcommand(0, 1);
     app.footer("Run 'vorparam COMMAND --help' for a command's options. With no command and "
                "piped input, vorparam evaluates one expression a line.");

@@ -1,11 +1,20 @@
-// A host program built against the installed library: builds a small tree,
-// looks a member up by its exact and by a differently-cased path, and prints
-// the tree. The install test checks its output.
+// A host program built against the installed library, in C++20: builds a
+// small tree, looks a member up by its exact and by a differently-cased path,
+// prints the tree and the version the headers announce. The install test
+// checks its output.
 #include <vorparameter/vorparameter.h>
 
 #include <iostream>
 
+// The package must leave the host's standard alone: neither the exported
+// target nor the pkg-config flags may lower it to C++17.
+static_assert(__cplusplus >= 202002L, "the host was not compiled as C++20");
+
 int main() {
+    std::cout << "headers " << VORPARAMETER_VERSION_STRING << " = " << VORPARAMETER_VERSION_MAJOR
+              << "." << VORPARAMETER_VERSION_MINOR << "." << VORPARAMETER_VERSION_PATCH << " = "
+              << VORPARAMETER_VERSION << "\n";
+
     vorParameterRoot root("machining");
     root.add("tool", vorParameterPtr(new vorParameterMap()));
     root["tool"]->add("diameter", vorParameterPtr(new vorParameterNumeric(
