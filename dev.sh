@@ -283,14 +283,14 @@ cmd_fuzz() {
     export ASAN_OPTIONS="detect_leaks=$leaks${ASAN_OPTIONS:+:$ASAN_OPTIONS}"
     export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1${UBSAN_OPTIONS:+:$UBSAN_OPTIONS}"
     local args=(-DVORPARAMETER_BUILD_FUZZERS=ON -DVORPARAMETER_BUILD_TESTS=OFF
-        -DVORPARAMETER_BUILD_BENCHMARKS=OFF -DVORPARAMETER_BUILD_TOOLS=OFF)
+        -DVORPARAMETER_BUILD_BENCHMARKS=OFF -DVORPARAMETER_BUILD_TOOLS=ON)
     [[ -f $FUZZ_DIR/CMakeCache.txt ]] ||
         args+=(-DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=RelWithDebInfo)
     configure "$FUZZ_DIR" "${args[@]}"
     build "$FUZZ_DIR"
     local target failed=()
     for target in fuzz_evaluator fuzz_key fuzz_interpolation fuzz_dimensions fuzz_numeric \
-        fuzz_loader; do
+        fuzz_loader fuzz_json; do
         run_fuzzer "$target" "$seconds" || failed+=("${target#fuzz_}")
     done
     [[ ${#failed[@]} -eq 0 ]] || die "fuzzing found problems in: ${failed[*]}"
