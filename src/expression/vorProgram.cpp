@@ -62,24 +62,26 @@ std::size_t vorProgram::footprint() const {
     return bytes;
 }
 
-std::shared_ptr<const vorProgram> vorProgramCache::find(const utString& text, char decimal_point,
-                                                        char alt_decimal) {
+vorProgramCache::Lookup vorProgramCache::find(const utString& text, char decimal_point,
+                                              char alt_decimal) {
     const CacheState& state = cache_state();
     const auto found = state.programs.find(text.str());
-    if (found == state.programs.end() || found->second->decimal_point != decimal_point ||
-        found->second->alt_decimal != alt_decimal)
-        return nullptr;
-    return found->second;
+    if (found == state.programs.end())
+        return Lookup{nullptr, false};
+    const std::shared_ptr<const vorProgram>& program = found->second;
+    if (!program || program->decimal_point != decimal_point || program->alt_decimal != alt_decimal)
+        return Lookup{nullptr, true};
+    return Lookup{program, true};
 }
 
 void vorProgramCache::store(const utString& text, std::shared_ptr<const vorProgram> program) {
     CacheState& state = cache_state();
-    const std::size_t bytes = program->footprint() + text.size();
+    const std::size_t bytes = (program ? program->footprint() : 0) + text.size();
     if (bytes > vorProgram::max_cached_bytes / 8)
         return;
     auto found = state.programs.find(text.str());
     if (found != state.programs.end()) {
-        state.bytes -= found->second->footprint() + text.size();
+        state.bytes -= (found->second ? found->second->footprint() : 0) + text.size();
         found->second = std::move(program);
         state.bytes += bytes;
         return;
@@ -117,11 +119,13 @@ std::size_t vorEvaluator::cached_programs() {
 
 std::shared_ptr<const vorProgram> vorEvaluator::program_for(const utString& text) {
     const char point = nlsUtils::decimal_point();
-    std::shared_ptr<const vorProgram> program = vorProgramCache::find(text, point, m_alt_decimal);
-    if (program)
-        return program;
-    program = compile(text);
-    if (program)
+    vorProgramCache::Lookup lookup = vorProgramCache::find(text, point, m_alt_decimal);
+    if (lookup.program)
+        return lookup.program;
+    // A text met for the first time is only noted: most texts evaluated once
+    // are never evaluated again, and scanning them is cheaper than compiling.
+    std::shared_ptr<const vorProgram> program = lookup.seen ? compile(text) : nullptr;
+    if (program || !lookup.seen)
         vorProgramCache::store(text, program);
     return program;
 }

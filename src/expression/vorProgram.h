@@ -16,12 +16,14 @@
 // out (a number literal becomes a new numeric on every run), so no caller can
 // change a cached program.
 //
-// Programs of evaluate(text) are cached process-wide by text. The cache holds
-// at most max_cached_programs programs and max_cached_bytes bytes of them (as
-// estimated by footprint()); it is emptied when the next program would pass
-// either bound, and a program larger than max_cached_bytes / 8 is used once
-// and not cached. A program records the decimal points it was cut with; an
-// entry cut for other ones is replaced.
+// Programs of evaluate(text) are cached process-wide by text. A text is
+// compiled the second time it is met: the first time the cache only notes it
+// (a text evaluated once is cheaper to scan than to compile). The cache holds
+// at most max_cached_programs texts and max_cached_bytes bytes of them and
+// their programs (as estimated by footprint()); it is emptied when the next
+// entry would pass either bound, and a program larger than
+// max_cached_bytes / 8 is used once and not cached. A program records the
+// decimal points it was cut with; an entry cut for other ones is replaced.
 //
 //===----------------------------------------------------------------------===//
 #ifndef VORPARAMETER_SRC_EXPRESSION_VORPROGRAM_H
@@ -82,10 +84,15 @@ struct vorProgram {
 /// The process-wide cache of programs; see the file comment for its bounds.
 class vorProgramCache {
 public:
-    /// The program of `text` cut with these decimal points, or null.
-    static std::shared_ptr<const vorProgram> find(const utString& text, char decimal_point,
-                                                  char alt_decimal);
-    /// Keeps `program` as the program of `text`, within the bounds.
+    struct Lookup {
+        /// The program of the text cut with the decimal points asked for.
+        std::shared_ptr<const vorProgram> program;
+        /// The cache has met the text before.
+        bool seen;
+    };
+    static Lookup find(const utString& text, char decimal_point, char alt_decimal);
+    /// Keeps `program` as the program of `text` (null: the text was met),
+    /// within the bounds.
     static void store(const utString& text, std::shared_ptr<const vorProgram> program);
     /// How many programs the cache holds now.
     static std::size_t size();

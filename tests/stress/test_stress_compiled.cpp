@@ -24,7 +24,9 @@ Both evaluate_both(const vorParameterPtr& scope, const std::string& text) {
     vorEvaluator::set_compiled(false);
     both.scanned = vorEvaluator(scope.get()).evaluate(text.c_str());
     vorEvaluator::set_compiled(true);
-    both.compiled = vorEvaluator(scope.get()).evaluate(text.c_str());
+    // A text is compiled when it is met again.
+    for (int time = 0; time < 2; ++time)
+        both.compiled = vorEvaluator(scope.get()).evaluate(text.c_str());
     return both;
 }
 
