@@ -1,5 +1,6 @@
 // Evaluating expressions: a new text each time, and re-reading a parameter
-// whose expression follows another one. The same arithmetic in muParser, a
+// whose expression follows another one, both for "a*2+b" and for a longer
+// arithmetic expression. The same arithmetic in muParser, a
 // general-purpose formula parser, is measured beside it for scale; its
 // figures appear under the "muParser" names in the same table.
 #include "vorparameter/expression/vorEvaluator.h"
@@ -7,6 +8,8 @@
 #include "vorparameter/parameter/vorParameterRoot.h"
 
 #include <benchmark/benchmark.h>
+
+#include <string>
 
 #ifdef VORPARAMETER_HAVE_MUPARSER
 #include <muParser.h>
@@ -27,10 +30,13 @@ struct MachiningTree {
         root->add("b", real(2));
         x = root->add("x", real(0));
         x->set_string("a*2+b");
+        y = root->add("y", real(0));
+        y->set_string("(a+b)*(a-b)/2+sqrt(a*a+b*b)");
     }
     vorParameterPtr root;
     vorParameterPtr a;
     vorParameterPtr x;
+    vorParameterPtr y;
 };
 
 void BM_EvaluateNewText(benchmark::State& state) {
@@ -43,6 +49,18 @@ void BM_EvaluateNewText(benchmark::State& state) {
 }
 BENCHMARK(BM_EvaluateNewText);
 
+// Texts never met before: each one is compiled (the cache cannot help).
+void BM_EvaluateDistinctTexts(benchmark::State& state) {
+    MachiningTree tree;
+    long serial = 0;
+    for (auto _ : state) {
+        const utString text("tool.diameter * 2 + " + std::to_string(++serial) + "mm");
+        vorEvaluator evaluator(tree.root.get());
+        benchmark::DoNotOptimize(evaluator.evaluate(text)->get_double());
+    }
+}
+BENCHMARK(BM_EvaluateDistinctTexts);
+
 void BM_ReadExpressionAfterChange(benchmark::State& state) {
     MachiningTree tree;
     double value = 0;
@@ -53,6 +71,17 @@ void BM_ReadExpressionAfterChange(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_ReadExpressionAfterChange);
+
+void BM_ReadLongExpressionAfterChange(benchmark::State& state) {
+    MachiningTree tree;
+    double value = 0;
+    for (auto _ : state) {
+        tree.a->set_double(value);
+        value += 1;
+        benchmark::DoNotOptimize(tree.y->get_double());
+    }
+}
+BENCHMARK(BM_ReadLongExpressionAfterChange);
 
 #ifdef VORPARAMETER_HAVE_MUPARSER
 void BM_MuParserNewText(benchmark::State& state) {
@@ -79,6 +108,20 @@ void BM_MuParserReadAfterChange(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_MuParserReadAfterChange);
+
+void BM_MuParserReadLongAfterChange(benchmark::State& state) {
+    double a = 0;
+    double b = 2;
+    mu::Parser parser;
+    parser.DefineVar("a", &a);
+    parser.DefineVar("b", &b);
+    parser.SetExpr("(a+b)*(a-b)/2+sqrt(a*a+b*b)");
+    for (auto _ : state) {
+        a += 1;
+        benchmark::DoNotOptimize(parser.Eval());
+    }
+}
+BENCHMARK(BM_MuParserReadLongAfterChange);
 #endif
 
 } // namespace

@@ -16,6 +16,8 @@
 
 #include "vorparameter/expression/vorEvaluator.h"
 
+#include "vorProgram.h"
+
 #include "vorparameter/containers/vorParameterTempArray.h"
 #include "vorparameter/expression/vorParameterError.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
@@ -123,9 +125,15 @@ vorEvaluator::vorEvaluator(const vorParameter* scope)
 vorEvaluator::~vorEvaluator() = default;
 
 void vorEvaluator::begin(const utString& text) {
+    reset_state();
     m_expr = text;
     set_wide_expr();
     m_end = m_wide_expr.size();
+}
+
+void vorEvaluator::reset_state() {
+    m_program.reset();
+    m_next_token = 0;
     m_paramset.clear();
     m_paramset_members.clear();
     m_arg_stack.clear();
@@ -165,6 +173,9 @@ vorParameterPtr vorEvaluator::evaluate(const utString& text) {
         begin(utString());
         return vorParameterError::create(ERR_SYNTAX);
     }
+    if (compiled())
+        if (std::shared_ptr<const vorProgram> program = program_for(text))
+            return run(std::move(program), text);
     begin(text);
     vorCharTypes types{std::u32string_view(m_wide_expr)};
     vorParameterPtr result = expression(0, 1, 0, types);

@@ -77,6 +77,10 @@ void vorEvaluator::init_tables() {
 }
 
 void vorEvaluator::next_token(vorCharTypes& types, int expect_operand) {
+    if (m_program) {
+        next_program_token(expect_operand);
+        return;
+    }
     const bool after_number = m_after_number;
     m_after_number = false;
     m_token_kind = TOKEN_END;

@@ -43,8 +43,18 @@
 // otherwise have written the error into its text; the next top-level read
 // starts afresh.
 //
+// evaluate(text) runs the text's compiled form: the token stream cut once
+// (literals read, names and operators found, with both readings of a word
+// such as "m" that is a unit after an operand and a name before one) and kept
+// in a process-wide cache (vorProgram.h gives its bound). The same parser
+// then reads tokens from that program instead of scanning the text, so every
+// rule above holds by construction. A text the tokenizer would stop on (an
+// unterminated string, a malformed number, an unknown symbol) is always
+// scanned afresh. set_compiled(false) makes every evaluation scan its text.
+//
 // Evaluators are used from the host's one thread (the operator tables, the
-// nesting count and the evaluation budget are process-wide).
+// nesting count, the evaluation budget and the program cache are
+// process-wide).
 //
 //===----------------------------------------------------------------------===//
 #ifndef VORPARAMETER_EXPRESSION_VOREVALUATOR_H
@@ -53,8 +63,11 @@
 #include "vorparameter/parameter/vorParameter.h"
 #include "vorparameter/platform/vorCharTypes.h"
 
+#include <memory>
 #include <unordered_set>
 #include <vector>
+
+struct vorProgram;
 
 /// The kind of a vorEvalFunction guard: type 0 makes name lookups answer
 /// functions only.
@@ -122,6 +135,15 @@ public:
     /// state; a host that lowers it for one task restores it afterwards.
     static long set_max_evaluations(long budget);
 
+    /// True (the default) when evaluate(text) runs compiled forms of its
+    /// texts; false when it scans every text anew.
+    static bool compiled();
+    /// Chooses between the two for the evaluations that follow and returns
+    /// the previous choice. Results are the same either way.
+    static bool set_compiled(bool on);
+    /// How many compiled texts the process-wide cache holds.
+    static std::size_t cached_programs();
+
     explicit vorEvaluator(const vorParameter* scope);
     virtual ~vorEvaluator();
     vorEvaluator(const vorEvaluator&) = delete;
@@ -143,7 +165,8 @@ public:
     /// True when the last evaluation referred to a function.
     bool has_function_param() const { return m_has_function_param; }
     /// The expression text as the tokenizer left it: argument separators are
-    /// ";" and decimal points of numbers the locale's.
+    /// ";" and decimal points of numbers the locale's, as far as the last
+    /// evaluation read the text.
     const utString& get_expr() const { return m_expr; }
 
     /// Expands the interpolations of `text` with values from the scope.
@@ -182,7 +205,20 @@ protected:
     virtual vorParameterPtr primary(int resolve_names, int skip, vorCharTypes& types);
 
 private:
+    void reset_state();
     void begin(const utString& text);
+    /// The compiled form of `text` for this evaluator's decimal points, from
+    /// the cache or made now; empty when the text cannot be compiled.
+    std::shared_ptr<const vorProgram> program_for(const utString& text);
+    std::shared_ptr<const vorProgram> compile(const utString& text);
+    /// Reads the next token of the text in compilation; false when the text
+    /// ends or cannot be read.
+    bool compile_token(vorCharTypes& types, vorProgram& program);
+    vorParameterPtr run(std::shared_ptr<const vorProgram> program, const utString& text);
+    /// next_token from the program.
+    void next_program_token(int expect_operand);
+    /// The length of the text being read, in code points.
+    std::size_t expr_length() const;
     void set_wide_expr();
     const utString& normalised_expr();
     vorParameterPtr syntax_error();
@@ -230,6 +266,9 @@ private:
     bool m_after_number = false;
     bool m_rewritten = false;
     bool m_translating = false;
+    /// The program being run, and the index of its next token.
+    std::shared_ptr<const vorProgram> m_program;
+    std::size_t m_next_token = 0;
     vorParameterPtrcoStack m_arg_stack;
     vorParameterPtrcoDList m_paramset;
     /// The nodes of m_paramset, so that recording one is O(1).

@@ -1,0 +1,249 @@
+// Compiled evaluation against scanning the text: random expressions over a
+// tree that changes between reads, evaluated both ways, must agree on
+// everything an evaluation shows.
+
+#include "vorparameter/containers/vorParameterArray.h"
+#include "vorparameter/containers/vorParameterEnum.h"
+#include "vorparameter/expression/vorEvaluator.h"
+#include "vorparameter/expression/vorParameterNumeric.h"
+#include "vorparameter/expression/vorParameterString.h"
+#include "vorparameter/library/vorParameterFunction.h"
+#include "vorparameter/library/vorParameterLibRoot.h"
+#include "vorparameter/parameter/vorParameterRef.h"
+#include "vorparameter/platform/nlsUtils.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+int g_reads = 0;
+
+void count_read(const vorParameter*) {
+    ++g_reads;
+}
+
+// Reading "volatile" adds the member "extra" where it is missing and removes
+// it where it is present: the tree changes in the middle of an evaluation.
+vorParameter* g_root = nullptr;
+void toggle_member(const vorParameter*) {
+    ++g_reads;
+    if (g_root->remove("extra").is_null())
+        g_root->add("extra", vorParameterPtr(new vorParameterNumeric(SUB_INT, DIM_NONE, 7)));
+}
+
+/// Everything one evaluation shows.
+struct Outcome {
+    std::string text;
+    int type = 0;
+    int subtype = 0;
+    std::string dimension;
+    std::vector<std::string> paramset;
+    bool has_function = false;
+    int reads = 0;
+    std::string expr;
+
+    bool operator==(const Outcome& o) const {
+        return text == o.text && type == o.type && subtype == o.subtype &&
+               dimension == o.dimension && paramset == o.paramset &&
+               has_function == o.has_function && reads == o.reads && expr == o.expr;
+    }
+};
+
+std::ostream& operator<<(std::ostream& out, const Outcome& o) {
+    out << "value '" << o.text << "' type " << o.type << " subtype " << o.subtype << " dim "
+        << o.dimension << " function " << o.has_function << " reads " << o.reads << " expr '"
+        << o.expr << "' paramset";
+    for (const std::string& name : o.paramset)
+        out << ' ' << name;
+    return out;
+}
+
+class Differential {
+public:
+    explicit Differential(unsigned seed)
+        : m_random(seed)
+        , m_root(new vorParameterLibRoot("machining")) {
+        g_root = m_root.get();
+        build_tree();
+    }
+    ~Differential() { g_root = nullptr; }
+
+    /// Evaluates `text` scanned and compiled, from the same tree each time.
+    void compare(const std::string& text, bool strict) {
+        const Outcome scanned = evaluate(text, strict, false);
+        const Outcome compiled = evaluate(text, strict, true);
+        ASSERT_EQ(scanned, compiled) << "text: " << text << (strict ? " (strict)" : "");
+    }
+
+    std::string expression(int depth) {
+        std::string text = operand(depth);
+        for (int n = pick(0, 3); n > 0; --n)
+            text += pick_of(binary_ops) + operand(depth);
+        return text;
+    }
+
+    /// `text` with a character dropped, doubled or replaced by punctuation.
+    std::string damaged(std::string text) {
+        static const std::string punctuation = "()[]{},;'\"$.#@!";
+        if (text.empty())
+            return text;
+        const std::size_t at = static_cast<std::size_t>(pick(0, static_cast<int>(text.size()) - 1));
+        switch (pick(0, 2)) {
+        case 0:
+            text.erase(at, 1);
+            break;
+        case 1:
+            text.insert(at, 1, text[at]);
+            break;
+        default:
+            text[at] = punctuation[static_cast<std::size_t>(pick(0, 14))];
+        }
+        return text;
+    }
+
+    /// Changes values, kinds and members between rounds of reads.
+    void change_tree() {
+        for (int n = pick(1, 3); n > 0; --n) {
+            const std::string name = "n" + std::to_string(pick(0, 5));
+            if (pick(0, 4) == 0)
+                m_root->remove(name.c_str());
+            else
+                m_root->add(name.c_str(), numeric());
+        }
+        if (pick(0, 2) == 0)
+            m_root->add("s1", vorParameterPtr(new vorParameterString(pick_of(string_values))));
+        if (pick(0, 3) == 0)
+            m_root->add("f", vorParameterPtr(new vorParameterFunction(pick_of(function_bodies))));
+    }
+
+    int pick(int low, int high) { return std::uniform_int_distribution<int>(low, high)(m_random); }
+
+private:
+    static inline const std::vector<std::string> binary_ops = {
+        "+",  "-",   "*",   "/",     "%",     "^",    "==", "!=", "<",
+        ">=", " & ", " | ", " xor ", " and ", " OR ", ",",  "."};
+    static inline const std::vector<std::string> atoms = {
+        "1",       "2.5",       "0,5",   ".5",       "1e3",  "3mm",
+        "2 in",    "10m",       "n0",    "n1",       "n2",   "n3",
+        "n4",      "n5",        "s0",    "s1",       "r0",   "tool.diameter",
+        "list[1]", "missing",   "m",     "in",       "this", "volatile",
+        "e",       "'a${n0}b'", "\"x\"", "'it''s'",  "argv", "extra",
+        "$n1",     "pi",        "0/0",   "sqrt(-4)", "1/0"};
+    static inline const std::vector<std::string> calls = {"sqrt", "f",   "g",   "sin", "max",
+                                                          "abs",  "len", "str", "m",   "missing"};
+    static inline const std::vector<std::string> string_values = {"abc", "${n0} mm", "12",
+                                                                  "%[n1+1]", ""};
+    static inline const std::vector<std::string> function_bodies = {
+        "argv[0]*2", "argv[0]+argv[1]", "n0+argv", "f(argv)", "sqrt(argv[0])"};
+
+    const std::string& pick_of(const std::vector<std::string>& from) {
+        return from[static_cast<std::size_t>(pick(0, static_cast<int>(from.size()) - 1))];
+    }
+
+    std::string operand(int depth) {
+        const int choice = depth > 0 ? pick(0, 9) : 0;
+        switch (choice) {
+        case 1:
+            return "(" + expression(depth - 1) + ")";
+        case 2:
+            return pick_of(calls) + "(" + expression(depth - 1) + ")";
+        case 3:
+            return "{" + expression(depth - 1) + "}";
+        case 4:
+            return pick(0, 1) ? "-" + operand(depth - 1) : "!" + operand(depth - 1);
+        case 5:
+            return operand(depth - 1) + pick_of({"m", "!", "cm", "[0]", " mm"});
+        case 6:
+            return pick_of(calls) + "()";
+        default:
+            return pick_of(atoms);
+        }
+    }
+
+    vorParameterPtr numeric() {
+        static const vorParameterSubType kinds[] = {SUB_NUMBER, SUB_REAL, SUB_INT, SUB_BOOL,
+                                                    SUB_ANGLE};
+        static const char* const values[] = {"0",  "1",  "-2.5",     "1e-3", "n0*2", "n1+1",
+                                             "s0", "n2", "sqrt(n0)", "3mm",  "bad("};
+        vorParameterPtr par(new vorParameterNumeric(kinds[pick(0, 4)],
+                                                    vorDimensions(pick(0, 1), pick(-1, 1), 0), 0));
+        par->set_string(values[pick(0, 10)]);
+        if (pick(0, 3) == 0)
+            par->set_onread_callback(count_read);
+        return par;
+    }
+
+    void build_tree() {
+        for (int i = 0; i < 6; ++i)
+            m_root->add(("n" + std::to_string(i)).c_str(), numeric());
+        m_root->add("s0", vorParameterPtr(new vorParameterString("t${n1}")));
+        m_root->add("s1", vorParameterPtr(new vorParameterString("abc")));
+        m_root->add("r0", vorParameterPtr(new vorParameterRef("n1")));
+        m_root->add("f", vorParameterPtr(new vorParameterFunction("argv[0]*2")));
+        m_root->add("g", vorParameterPtr(new vorParameterFunction("argv[0]+argv[1]")));
+        vorParameterPtr tool = m_root->add("tool", vorParameterPtr(new vorParameterMap()));
+        tool->add("diameter", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 6)));
+        vorParameterPtr list = m_root->add("list", vorParameterPtr(new vorParameterArray()));
+        list->add(vorParameterKey(), vorParameterPtr(new vorParameterString("first")));
+        list->add(vorParameterKey(), numeric());
+        vorParameterPtr changing = m_root->add("volatile", numeric());
+        changing->set_onread_callback(toggle_member);
+    }
+
+    Outcome evaluate(const std::string& text, bool strict, bool compiled) {
+        m_root->remove("extra");
+        const bool previous = vorEvaluator::set_compiled(compiled);
+        g_reads = 0;
+        vorEvaluator evaluator(m_root.get());
+        if (strict)
+            evaluator.strict_decimal();
+        vorParameterPtr result = evaluator.evaluate(text.c_str());
+        Outcome outcome;
+        outcome.reads = g_reads;
+        outcome.has_function = evaluator.has_function_param();
+        for (const vorParameterPtr& p : evaluator.paramset())
+            outcome.paramset.push_back(p->get_name().str());
+        outcome.expr = evaluator.get_expr().str();
+        outcome.type = result->type();
+        outcome.subtype = result->subtype();
+        outcome.text = result->get_string().str();
+        if (const vorParameterNumeric* number = vorParameterNumeric::ut_dynamic_cast(result.get()))
+            outcome.dimension = number->get_dim().get_string().str();
+        vorEvaluator::set_compiled(previous);
+        return outcome;
+    }
+
+    std::mt19937 m_random;
+    vorParameterPtr m_root;
+};
+
+} // namespace
+
+TEST(CompiledEvaluation, AgreesWithScanningOnRandomExpressions) {
+    Differential differential(20240615);
+    std::vector<std::string> texts;
+    for (int i = 0; i < 400; ++i) {
+        const std::string text = differential.expression(differential.pick(0, 3));
+        texts.push_back(differential.pick(0, 3) == 0 ? differential.damaged(text) : text);
+    }
+    texts.insert(texts.end(),
+                 {"", "  ", "1 +", "(1", "f()", "{}", "()", "sqrt(-4) * 2", "1 + sqrt(-4)",
+                  "0 & missing", "1 | n0(", "m m m", "1 2", "'open", "1e", "#", "a 'b"});
+    const char points[] = {'.', ','};
+    for (int round = 0; round < 6; ++round) {
+        // The decimal point changes how numbers are cut: programs cut for
+        // the other one must not be reused.
+        nlsUtils::set_decimal_point(points[round % 2]);
+        for (const std::string& text : texts) {
+            differential.compare(text, differential.pick(0, 4) == 0);
+            if (::testing::Test::HasFatalFailure())
+                break;
+        }
+        differential.change_tree();
+    }
+    nlsUtils::set_decimal_point('.');
+}
