@@ -22,8 +22,8 @@ vorParameterScalar::vorParameterScalar(const vorParameterScalar& other)
 }
 
 void vorParameterScalar::record_default_if_missing() {
-    if (get_impl()->default_value.is_invalid())
-        get_impl()->default_value = m_value;
+    if (get_impl()->details().default_value.is_invalid())
+        get_impl()->edit_details().default_value = m_value;
 }
 
 bool vorParameterScalar::has_interpolation(const utString& text) {
@@ -82,19 +82,19 @@ bool vorParameterScalar::is_equal(const vorParameter& other) const {
 
 void vorParameterScalar::set_defaults(const utString& value, const utString& alternative) {
     if (value != alternative)
-        get_impl()->alt_default_value = vorEvaluator::localize(alternative);
+        get_impl()->edit_details().alt_default_value = vorEvaluator::localize(alternative);
     else
-        get_impl()->alt_default_value.set_invalid();
-    get_impl()->default_value = vorEvaluator::localize(value);
+        get_impl()->edit_details().alt_default_value.set_invalid();
+    get_impl()->edit_details().default_value = vorEvaluator::localize(value);
 }
 
 void vorParameterScalar::reset() {
     record_default_if_missing();
     const vorParameterImpl& impl = *get_impl();
-    if (!impl.alt_default_value.is_invalid() && vorUnitsUtils::get_units() != UNITS_MM)
-        set_string(impl.alt_default_value);
+    if (!impl.details().alt_default_value.is_invalid() && vorUnitsUtils::get_units() != UNITS_MM)
+        set_string(impl.details().alt_default_value);
     else
-        set_string(impl.default_value);
+        set_string(impl.details().default_value);
 }
 
 namespace {

@@ -12,14 +12,14 @@ UT_DEFINE_TYPE(vorParameterString, vorParameterScalar)
 
 vorParameterString::vorParameterString(const utString& text)
     : vorParameterScalar(text) {
-    get_impl()->default_value = get_string();
+    get_impl()->edit_details().default_value = get_string();
 }
 
 vorParameterPtr vorParameterString::create_verbatim(const utString& text) {
     vorParameterString* verbatim = new vorParameterString();
     verbatim->m_verbatim = true;
     verbatim->set_value(text);
-    verbatim->get_impl()->default_value = text;
+    verbatim->get_impl()->edit_details().default_value = text;
     return vorParameterPtr(verbatim);
 }
 

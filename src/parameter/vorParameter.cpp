@@ -141,14 +141,13 @@ std::atomic<long> s_locked_nodes{0};
 } // namespace
 
 vorParameter::vorParameter(const vorParameter& other)
-    : m_onmodify(other.m_onmodify)
+    : m_measure_mode(other.m_measure_mode)
     , m_onread(other.m_onread)
-    , m_mirror_mode_fn(other.m_mirror_mode_fn)
-    , m_lock(other.m_lock)
     , m_impl(other.get_impl())
     , m_parent(other.m_parent)
-    , m_measure_mode(other.m_measure_mode)
+    , m_lock(other.m_lock)
     , m_active(other.m_active) {
+    copy_functions_of(other);
     if (m_lock)
         s_locked_nodes.fetch_add(1, std::memory_order_relaxed);
 }
@@ -157,13 +156,12 @@ vorParameter& vorParameter::operator=(const vorParameter& other) {
     if (this == &other)
         return *this;
     m_impl = other.get_impl();
-    m_evaluating = 0;
-    m_active_known = 0;
+    m_evaluating = false;
+    m_active_known = false;
     m_measure_mode = other.m_measure_mode;
     m_active = other.m_active;
-    m_onmodify = other.m_onmodify;
     m_onread = other.m_onread;
-    m_mirror_mode_fn = other.m_mirror_mode_fn;
+    copy_functions_of(other);
     return *this;
 }
 
@@ -174,10 +172,44 @@ vorParameter::~vorParameter() {
 }
 
 void vorParameter::lock(int on) {
-    const int flag = on ? 1 : 0;
+    const bool flag = on != 0;
     if (flag != m_lock)
         s_locked_nodes.fetch_add(flag ? 1 : -1, std::memory_order_relaxed);
     m_lock = flag;
+}
+
+vorParameter::Links& vorParameter::links() const {
+    if (!m_links)
+        m_links = std::make_unique<Links>();
+    return *m_links;
+}
+
+void vorParameter::copy_functions_of(const vorParameter& other) {
+    // A copy takes the functions but not the dependency lists, which tie the
+    // original, not the copy, to the nodes its active expression read.
+    const bool has_functions =
+        other.m_links && (other.m_links->onmodify || other.m_links->mirror_mode_fn);
+    if (!has_functions && !m_links)
+        return;
+    links().onmodify = has_functions ? other.m_links->onmodify : nullptr;
+    links().mirror_mode_fn = has_functions ? other.m_links->mirror_mode_fn : nullptr;
+}
+
+namespace {
+
+const vorParameterPtrcoDList& no_nodes() {
+    static const vorParameterPtrcoDList none;
+    return none;
+}
+
+} // namespace
+
+const vorParameterPtrcoDList& vorParameter::get_dependencies() const {
+    return m_links ? m_links->dependencies : no_nodes();
+}
+
+const vorParameterPtrcoDList& vorParameter::get_callbacks() const {
+    return m_links ? m_links->callbacks : no_nodes();
 }
 
 //===----------------------------------------------------------------------===//
@@ -225,7 +257,7 @@ int vorParameter::get_precedence() const {
 }
 
 void vorParameter::set_onmodify_param_name(const utString& name) {
-    write_record().onmodify_param_name = name;
+    write_record().edit_details().onmodify_param_name = name;
 }
 
 const vorParameterImplPtr& vorParameter::get_impl() const {
@@ -240,7 +272,9 @@ const vorParameterImpl& vorParameter::read_record() const {
 }
 
 vorParameterOnModifyFn vorParameter::set_onmodify_callback(vorParameterOnModifyFn fn) {
-    std::swap(m_onmodify, fn);
+    if (!fn && !m_links)
+        return nullptr;
+    std::swap(links().onmodify, fn);
     return fn;
 }
 
@@ -250,7 +284,9 @@ vorParameterOnReadFn vorParameter::set_onread_callback(vorParameterOnReadFn fn) 
 }
 
 vorParameterMirrorModeFn vorParameter::set_mirror_mode_callback(vorParameterMirrorModeFn fn) {
-    std::swap(m_mirror_mode_fn, fn);
+    if (!fn && !m_links)
+        return nullptr;
+    std::swap(links().mirror_mode_fn, fn);
     return fn;
 }
 
@@ -506,8 +542,8 @@ void vorParameter::set_measure_mode(vorParameterMeasureMode mode) {
 }
 
 vorParameterMirrorMode vorParameter::get_mirror_mode() const {
-    if (m_mirror_mode_fn)
-        return m_mirror_mode_fn(this);
+    if (m_links && m_links->mirror_mode_fn)
+        return m_links->mirror_mode_fn(this);
     return static_cast<vorParameterMirrorMode>(read_record().mirror_mode);
 }
 
@@ -552,7 +588,11 @@ vorRefToObjectId vorParameter::get_lock_id() const {
 }
 
 void vorParameter::set_active(const utString& expr) {
-    write_record().active_expr = vorEvaluator::localize(expr);
+    // Clearing an expression that was never set (as copies without active
+    // expressions do for every node) must not make the record's details.
+    const utString localized = vorEvaluator::localize(expr);
+    if (read_record().details().active_expr != localized)
+        write_record().edit_details().active_expr = localized;
     invalidate_active();
 }
 
@@ -582,7 +622,7 @@ bool vorParameter::is_active() const {
 bool vorParameter::own_active() const {
     if (!m_active_known)
         update_active();
-    return m_active != 0;
+    return m_active;
 }
 
 namespace {
@@ -601,14 +641,16 @@ void erase_node(vorParameterPtrcoDList& list, const vorParameter* node) {
 } // namespace
 
 void vorParameter::update_active() const {
-    m_active_known = 1;
+    m_active_known = true;
     const utString& expr = get_active_expr();
     if (expr.empty()) {
-        m_active = 1;
-        for (const vorParameterPtr& dependency : m_dependencies)
-            dependency->remove_callback(
-                vorParameterPtr(coPrfExtern(), const_cast<vorParameter*>(this)));
-        m_dependencies.clear();
+        m_active = true;
+        if (m_links) {
+            for (const vorParameterPtr& dependency : m_links->dependencies)
+                dependency->remove_callback(
+                    vorParameterPtr(coPrfExtern(), const_cast<vorParameter*>(this)));
+            m_links->dependencies.clear();
+        }
         return;
     }
 
@@ -619,13 +661,13 @@ void vorParameter::update_active() const {
     vorParameterPtr result =
         level.refused() ? vorParameterError::create(ERR_EXPRESSION) : evaluator.evaluate(expr);
     if (result->type() != TYPE_NUMERIC) {
-        m_active = 0;
-        m_active_known = 0;
+        m_active = false;
+        m_active_known = false;
     } else {
         m_active = result->get_int() != 0;
     }
     if (evaluator.has_function_param())
-        m_active_known = 0;
+        m_active_known = false;
 
     // The lists refer without owning, so that two nodes whose expressions read
     // each other cannot keep each other alive; a node that only the evaluator
@@ -636,44 +678,50 @@ void vorParameter::update_active() const {
             read.emplace_back(coPrfExtern(), p.get());
     vorParameterPtr self(coPrfExtern(), const_cast<vorParameter*>(this));
     for (const vorParameterPtr& p : read)
-        if (!contains(m_dependencies, p.get()))
+        if (!contains(get_dependencies(), p.get()))
             p->add_callback(self);
-    for (const vorParameterPtr& old : m_dependencies)
+    for (const vorParameterPtr& old : get_dependencies())
         if (!contains(read, old.get()))
             old->remove_callback(self);
-    m_dependencies = std::move(read);
+    if (m_links || !read.empty())
+        links().dependencies = std::move(read);
 }
 
 void vorParameter::add_callback(vorParameterPtr dependant) const {
-    if (!contains(m_callbacks, dependant.get()))
-        m_callbacks.emplace_back(coPrfExtern(), dependant.get());
+    vorParameterPtrcoDList& callbacks = links().callbacks;
+    if (!contains(callbacks, dependant.get()))
+        callbacks.emplace_back(coPrfExtern(), dependant.get());
 }
 
 void vorParameter::remove_callback(const vorParameterPtr& dependant) const {
-    erase_node(m_callbacks, dependant.get());
+    if (m_links)
+        erase_node(m_links->callbacks, dependant.get());
 }
 
 void vorParameter::remove_dependency(const vorParameterPtr& dependency) const {
-    erase_node(m_dependencies, dependency.get());
+    if (m_links)
+        erase_node(m_links->dependencies, dependency.get());
 }
 
 void vorParameter::teardown_callbacks() {
+    if (!m_links)
+        return;
     vorParameterPtr self(coPrfExtern(), this);
-    for (const vorParameterPtr& dependency : m_dependencies)
+    for (const vorParameterPtr& dependency : m_links->dependencies)
         dependency->remove_callback(self);
-    for (const vorParameterPtr& dependant : m_callbacks)
+    for (const vorParameterPtr& dependant : m_links->callbacks)
         dependant->remove_dependency(self);
-    m_dependencies.clear();
-    m_callbacks.clear();
+    m_links->dependencies.clear();
+    m_links->callbacks.clear();
 }
 
 void vorParameter::onmodify_callback() {
-    for (const vorParameterPtr& dependant : m_callbacks)
+    for (const vorParameterPtr& dependant : get_callbacks())
         dependant->invalidate_active();
     if (vorBlockParUpdateCallbacks::block_parameter_update_callbacks())
         return;
-    if (m_onmodify)
-        m_onmodify(this);
+    if (m_links && m_links->onmodify)
+        m_links->onmodify(this);
     else if (m_parent)
         m_parent->call_onmodify();
 }
@@ -682,8 +730,8 @@ void vorParameter::call_onmodify() {
     for (vorParameter* node = this; node; node = node->m_parent) {
         if (vorBlockParUpdateCallbacks::block_parameter_update_callbacks())
             return;
-        if (node->m_onmodify) {
-            node->m_onmodify(node);
+        if (node->m_links && node->m_links->onmodify) {
+            node->m_links->onmodify(node);
             return;
         }
     }

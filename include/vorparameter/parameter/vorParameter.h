@@ -30,6 +30,7 @@
 #include <atomic>
 #include <cstddef>
 #include <functional>
+#include <memory>
 
 class vorParameter;
 
@@ -200,13 +201,13 @@ public:
     // Descriptive record (shared by copies of the node).
     const utString& get_name() const { return read_record().name; }
     void set_name(const utString& name) { write_record().name = name; }
-    const utString& get_label() const { return read_record().label; }
-    void set_label(const utString& label) { write_record().label = label; }
-    const utString& get_desc() const { return read_record().desc; }
-    void set_desc(const utString& desc) { write_record().desc = desc; }
-    const utString& get_group_name() const { return read_record().group_name; }
-    void set_group_name(const utString& group) { write_record().group_name = group; }
-    const utString& get_active_expr() const { return read_record().active_expr; }
+    const utString& get_label() const { return read_record().details().label; }
+    void set_label(const utString& label) { write_record().edit_details().label = label; }
+    const utString& get_desc() const { return read_record().details().desc; }
+    void set_desc(const utString& desc) { write_record().edit_details().desc = desc; }
+    const utString& get_group_name() const { return read_record().details().group_name; }
+    void set_group_name(const utString& group) { write_record().edit_details().group_name = group; }
+    const utString& get_active_expr() const { return read_record().details().active_expr; }
     /// Stores the (localized) active expression and marks the state unknown.
     void set_active(const utString& expr);
     /// The shared record (made now if the node had none yet).
@@ -243,7 +244,7 @@ public:
     void unlink_par(vorParameterPtr child);
     void lock(int on);
     vorRefToObjectId get_lock_id() const;
-    void invalidate_active() const { m_active_known = 0; }
+    void invalidate_active() const { m_active_known = false; }
     void add_callback(vorParameterPtr dependant) const;
     void remove_callback(const vorParameterPtr& dependant) const;
     void remove_dependency(const vorParameterPtr& dependency) const;
@@ -253,15 +254,15 @@ public:
     void call_onmodify();
     void onread_callback() const;
     void teardown_callbacks();
-    const vorParameterPtrcoDList& get_dependencies() const { return m_dependencies; }
-    const vorParameterPtrcoDList& get_callbacks() const { return m_callbacks; }
+    const vorParameterPtrcoDList& get_dependencies() const;
+    const vorParameterPtrcoDList& get_callbacks() const;
 
     /// Set on parameters that the text loader created from a type word.
     bool is_defined_from_file() const { return m_defined_from_file; }
     void set_defined_from_file(bool on) { m_defined_from_file = on; }
 
     /// True while evaluate() runs on this node (the recursion guard).
-    bool is_evaluating() const { return m_evaluating != 0; }
+    bool is_evaluating() const { return m_evaluating; }
 
     bool operator==(const vorParameter& other) const;
     bool operator!=(const vorParameter& other) const { return !(*this == other); }
@@ -272,7 +273,7 @@ protected:
     vorParameter& operator=(const vorParameter& other);
 
     /// Sets or clears the evaluating flag; for classes that evaluate themselves.
-    void set_evaluating(bool on) const { m_evaluating = on ? 1 : 0; }
+    void set_evaluating(bool on) const { m_evaluating = on; }
     void set_parent(vorParameter* parent) { m_parent = parent; }
 
     /// Containers let go of (and unlink) every member here, just before the
@@ -295,19 +296,31 @@ private:
     const vorParameterImpl& read_record() const;
     vorParameterImpl& write_record() const { return *get_impl(); }
 
+    /// What only some nodes have: on-modify and mirror-mode functions, and
+    /// the lists that tie active expressions to the nodes they read. Made on
+    /// first need, so that a plain member carries one pointer for all four.
+    struct Links {
+        vorParameterOnModifyFn onmodify = nullptr;
+        vorParameterMirrorModeFn mirror_mode_fn = nullptr;
+        vorParameterPtrcoDList dependencies;
+        vorParameterPtrcoDList callbacks;
+    };
+    Links& links() const;
+    /// Takes `other`'s on-modify and mirror-mode functions.
+    void copy_functions_of(const vorParameter& other);
+
+    // Ordered so that the flags share the padding of the pointers: every node
+    // of a tree carries these fields.
     mutable std::atomic<int> m_refs{0};
-    vorParameterOnModifyFn m_onmodify = nullptr;
+    vorParameterMeasureMode m_measure_mode = MEASURE_NONE;
     vorParameterOnReadFn m_onread = nullptr;
-    vorParameterMirrorModeFn m_mirror_mode_fn = nullptr;
-    int m_lock = 0;
     mutable vorParameterImplPtr m_impl{nullptr};
     vorParameter* m_parent = nullptr;
-    mutable int m_evaluating = 0;
-    mutable int m_active_known = 0;
-    vorParameterMeasureMode m_measure_mode = MEASURE_NONE;
-    mutable int m_active = 1;
-    mutable vorParameterPtrcoDList m_dependencies;
-    mutable vorParameterPtrcoDList m_callbacks;
+    mutable std::unique_ptr<Links> m_links;
+    bool m_lock = false;
+    mutable bool m_evaluating = false;
+    mutable bool m_active_known = false;
+    mutable bool m_active = true;
     bool m_defined_from_file = false;
 };
 
