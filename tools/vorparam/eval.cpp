@@ -6,7 +6,6 @@
 // error as "EXPR: MESSAGE". Without expressions it reads one per line from
 // standard input.
 #include "commands.h"
-#include "demo_tree.h"
 #include "describe.h"
 #include "file_tree.h"
 #include "settings.h"
@@ -109,16 +108,10 @@ struct EvalOptions {
 };
 
 int run_eval(const EvalOptions& options) {
-    FileTree file;
-    vorParameterPtr root;
-    if (options.file.empty()) {
-        root = build_demo_tree();
-    } else {
-        file = load_file_tree(options.file, std::cerr);
-        if (!file.complete())
-            return 1;
-        root = vorParameterPtr::share(file.root.get());
-    }
+    const CommandTree tree = open_command_tree(options.file, std::cerr);
+    if (tree.root.is_null())
+        return 1;
+    const vorParameterPtr& root = tree.root;
     std::vector<AppliedSetting> applied;
     for (const std::string& argument : options.settings) {
         const vorParameterPtr par = apply_setting(root, split_setting(argument));

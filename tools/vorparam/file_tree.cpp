@@ -1,4 +1,5 @@
 #include "file_tree.h"
+#include "demo_tree.h"
 #include "progress.h"
 
 #include "vorparameter/expression/vorParameterError.h"
@@ -146,6 +147,18 @@ FileTree load_file_tree(const std::string& path, std::ostream& report) {
     vorParameterSerializer serializer;
     tree.root = load_with_progress(path, in, serializer, tree.result);
     report_load(path, in, serializer, tree.result, report);
+    return tree;
+}
+
+CommandTree open_command_tree(const std::string& path, std::ostream& report) {
+    CommandTree tree;
+    if (path.empty()) {
+        tree.root = build_demo_tree();
+        return tree;
+    }
+    tree.file = load_file_tree(path, report);
+    if (tree.file.complete())
+        tree.root = vorParameterPtr::share(tree.file.root.get());
     return tree;
 }
 

@@ -29,6 +29,17 @@ struct FileTree {
 /// value the loader refused.
 FileTree load_file_tree(const std::string& path, std::ostream& report);
 
+/// The tree a command works on: the tree of a saved file, or the sample
+/// tree when no file is given. `root` is null when the file did not load
+/// completely (the load's messages are then on the report stream).
+struct CommandTree {
+    FileTree file;
+    vorParameterPtr root;
+};
+
+/// The tree of `path`, or the sample tree when `path` is empty.
+CommandTree open_command_tree(const std::string& path, std::ostream& report);
+
 /// The single value (not a map or array) at `path` below `root`; an error
 /// parameter, after a message naming the path on `err`, when there is none.
 vorParameterPtr find_value(vorParameterOpenRoot& root, const std::string& path, const char* command,

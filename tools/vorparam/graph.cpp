@@ -2,7 +2,6 @@
 // file's tree, as Graphviz DOT, so that `dot -Tsvg` shows which parameter
 // reads which.
 #include "commands.h"
-#include "demo_tree.h"
 #include "file_tree.h"
 #include "graph_writer.h"
 
@@ -46,16 +45,10 @@ bool write_to(const std::string& output, const vorParameterPtr& start, const std
 }
 
 int run(const GraphOptions& options) {
-    FileTree file;
-    vorParameterPtr root;
-    if (options.file.empty()) {
-        root = build_demo_tree();
-    } else {
-        file = load_file_tree(options.file, std::cerr);
-        if (!file.complete())
-            return 1;
-        root = vorParameterPtr::share(file.root.get());
-    }
+    const CommandTree tree = open_command_tree(options.file, std::cerr);
+    if (tree.root.is_null())
+        return 1;
+    const vorParameterPtr& root = tree.root;
     vorParameterPtr start = root;
     if (!options.path.empty()) {
         start = (*root)[vorParameterKey(utString(options.path))];
