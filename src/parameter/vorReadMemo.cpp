@@ -78,7 +78,8 @@ vorParameterPtr vorReadMemo::Evaluation::reuse() const {
 }
 
 void vorReadMemo::Evaluation::keep(const vorParameterPtr& result) const {
-    if (!m_eligible || stamp_now() != m_stamp || !is_plain_result(result))
+    // The outermost evaluation ends the read: nothing could reuse its value.
+    if (!m_eligible || t_evaluations == 1 || stamp_now() != m_stamp || !is_plain_result(result))
         return;
     // Only a node that handles own can be held until the read ends.
     vorParameterPtr node = vorParameterPtr::share(const_cast<vorParameter*>(&m_node));
