@@ -17,6 +17,7 @@
 #include "vorparameter/expression/vorEvaluator.h"
 
 #include "vorProgram.h"
+#include "parameter/vorReadMemo.h"
 
 #include "vorparameter/containers/vorParameterTempArray.h"
 #include "vorparameter/expression/vorParameterError.h"
@@ -333,7 +334,12 @@ vorParameterPtr vorEvaluator::call(const vorParameterPtr& callee, int skip, vorC
     if (!token_is(")"))
         return syntax_error();
     next_token(types, 0);
-    return callee->operate_binary("(", make_array(args));
+    // A function may read a clock or change the tree: no value computed
+    // before or during the call is reused after it.
+    vorReadMemo::disturb();
+    vorParameterPtr result = callee->operate_binary("(", make_array(args));
+    vorReadMemo::disturb();
+    return result;
 }
 
 // "{...}" is always an array; "(...)" groups one value and makes an array of
@@ -399,8 +405,10 @@ vorParameterPtr vorEvaluator::get_named_par(int resolve_names, int skip, vorChar
         result = m_scope->resolve(vorParameterKey(name));
     // A parameter that is being evaluated right now can only be reached
     // through a cycle of expressions.
-    if (result->is_evaluating())
+    if (result->is_evaluating()) {
+        vorReadMemo::disturb(); // what a cycle answers depends on its entry
         result = vorParameterError::create(ERR_EXPRESSION);
+    }
     next_token(types, 0);
     return result;
 }

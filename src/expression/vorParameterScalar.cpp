@@ -2,6 +2,8 @@
 
 #include "vorparameter/expression/vorParameterScalar.h"
 
+#include "parameter/vorReadMemo.h"
+
 #include "vorparameter/containers/vorParameterEnum.h"
 #include "vorparameter/expression/vorEvaluator.h"
 #include "vorparameter/expression/vorParameterError.h"
@@ -54,6 +56,7 @@ void vorParameterScalar::set_value(const utString& text) {
     if (text == m_value && text.is_invalid() == m_value.is_invalid())
         return;
     vorParameterUpdateTrack::track_parameter(this);
+    vorReadMemo::disturb();
     m_value = text;
 }
 
@@ -61,6 +64,7 @@ void vorParameterScalar::append_value(const utString& more) {
     if (more.empty())
         return;
     vorParameterUpdateTrack::track_parameter(this);
+    vorReadMemo::disturb();
     m_value += more.view();
 }
 

@@ -2,7 +2,9 @@
 
 #include "vorparameter/parameter/vorParameter.h"
 
+#include "parameter/vorReadMemo.h"
 #include "parameter/vorTreeDepth.h"
+#include "parameter/vorTreeGeneration.h"
 #include "vorparameter/containers/vorParameterArray.h"
 #include "vorparameter/containers/vorParameterList.h"
 #include "vorparameter/containers/vorParameterSharedList.h"
@@ -382,8 +384,11 @@ private:
 } // namespace
 
 vorParameterPtr vorParameter::evaluate() const {
-    if (m_evaluating)
+    if (m_evaluating) {
+        // What a cycle answers depends on where it was entered.
+        vorReadMemo::disturb();
         return vorParameterError::create(ERR_EXPRESSION);
+    }
     utString expr = get_expr();
     if (expr.empty())
         return vorParameterError::create(ERR_TYPE);
@@ -393,6 +398,10 @@ vorParameterPtr vorParameter::evaluate() const {
     vorEvalLevel level(EVAL_EXPRESSION);
     if (level.refused())
         return vorParameterError::create(ERR_EXPRESSION);
+    // Another path of this read may have evaluated this parameter already.
+    vorReadMemo::Evaluation memo(*this);
+    if (vorParameterPtr reused = memo.reuse(); !reused.is_null())
+        return vorEvalLevel::settle(std::move(reused));
     vorEvaluator evaluator(this);
     EvaluatingFlag flag(*this, &vorParameter::set_evaluating);
     vorParameterPtr result;
@@ -402,7 +411,9 @@ vorParameterPtr vorParameter::evaluate() const {
         result = evaluator.evaluate(expr);
     while (result->is_expr())
         result = result->evaluate();
-    return vorEvalLevel::settle(std::move(result));
+    result = vorEvalLevel::settle(std::move(result));
+    memo.keep(result);
+    return result;
 }
 
 //===----------------------------------------------------------------------===//
@@ -548,6 +559,8 @@ vorParameterMirrorMode vorParameter::get_mirror_mode() const {
 }
 
 void vorParameter::set_impl(vorParameterImplPtr impl) {
+    // The record holds descriptions, not the shape of the tree: a member is
+    // found by the key its container stores, so no resolution changes here.
     m_impl = std::move(impl);
     invalidate_active();
 }
@@ -558,13 +571,22 @@ void vorParameter::set_impl(vorParameterImplPtr impl) {
 
 void vorParameter::link_par(vorParameterPtr child) {
     // Errors are shared, immutable values: they never belong to a container.
-    if (!child.is_null() && !(child->is_error() && !child->is_ref()))
+    if (!child.is_null() && !(child->is_error() && !child->is_ref())) {
         child->m_parent = this;
+        vorTreeGeneration::advance();
+    }
+}
+
+void vorParameter::set_parent(vorParameter* parent) {
+    m_parent = parent;
+    vorTreeGeneration::advance();
 }
 
 void vorParameter::unlink_par(vorParameterPtr child) {
-    if (!child.is_null() && child->m_parent == this)
+    if (!child.is_null() && child->m_parent == this) {
         child->m_parent = nullptr;
+        vorTreeGeneration::advance();
+    }
 }
 
 bool vorParameter::is_locked() const {
@@ -716,6 +738,7 @@ void vorParameter::teardown_callbacks() {
 }
 
 void vorParameter::onmodify_callback() {
+    vorReadMemo::disturb();
     for (const vorParameterPtr& dependant : get_callbacks())
         dependant->invalidate_active();
     if (vorBlockParUpdateCallbacks::block_parameter_update_callbacks())
@@ -738,6 +761,11 @@ void vorParameter::call_onmodify() {
 }
 
 void vorParameter::onread_callback() const {
-    if (m_onread)
+    // The callback may refresh values, or count its calls: values kept
+    // before it and during it are not reused.
+    if (m_onread) {
+        vorReadMemo::disturb();
         m_onread(this);
+        vorReadMemo::disturb();
+    }
 }

@@ -2,6 +2,8 @@
 
 #include "vorparameter/parameter/vorParameterKey.h"
 
+#include "parameter/vorTreeGeneration.h"
+
 #include "vorparameter/platform/vorCharTypes.h"
 #include "vorparameter/platform/vorStringUtils.h"
 
@@ -226,6 +228,8 @@ vorParameterKeyImplPtr vorParameterKeyImpl::get_index_impl(long long index) {
 void vorParameterKeyImpl::initialize_synonyms(const utStringutStringcoTable& table) {
     for (const auto& [synonym, replacement] : table)
         key_cache().insert(synonym, get_impl(replacement), true);
+    // A name may now be looked up as another.
+    vorTreeGeneration::advance();
 }
 
 const utString& vorParameterKeyImpl::str() const {

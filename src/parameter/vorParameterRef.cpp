@@ -2,6 +2,9 @@
 
 #include "vorparameter/parameter/vorParameterRef.h"
 
+#include "parameter/vorReadMemo.h"
+#include "parameter/vorTreeGeneration.h"
+
 #include "vorparameter/expression/vorEvaluator.h"
 #include "vorparameter/expression/vorParameterError.h"
 #include "vorparameter/expression/vorParameterString.h"
@@ -72,6 +75,13 @@ void vorParameterRef::clear_reference() {
     m_ref_text = utString();
     m_ref_id.invalidate();
     m_referent.reset();
+    retargeted();
+}
+
+void vorParameterRef::retargeted() {
+    // Names looked up through this reference may now lead elsewhere.
+    vorTreeGeneration::advance();
+    vorReadMemo::disturb();
 }
 
 void vorParameterRef::set_ref_string(const utString& text) {
@@ -98,10 +108,16 @@ void vorParameterRef::set_ref_string(const utString& text) {
     onmodify_callback();
 }
 
+void vorParameterRef::set_required_type(vorParameterType type) {
+    m_required_type = type;
+    retargeted();
+}
+
 void vorParameterRef::set_ref_root_type(const utString& root_type) {
     m_required_root_type = root_type;
     m_check_root_type = root_type != "*";
     m_referent.reset();
+    retargeted();
 }
 
 bool vorParameterRef::lock_ref_to_id() {
@@ -163,8 +179,11 @@ vorParameterPtr vorParameterRef::resolve() const {
 }
 
 vorParameter* vorParameterRef::referent() const {
-    if (m_resolving)
+    if (m_resolving) {
+        // What a cycle answers depends on where it was entered.
+        vorReadMemo::disturb();
         return expression_error().get();
+    }
     if (t_resolving > 0 && m_epoch == t_epoch && !m_referent.is_null())
         return m_referent.get();
     ResolutionScope scope;

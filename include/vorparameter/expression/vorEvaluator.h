@@ -37,7 +37,11 @@
 //     most max_evaluations() parameter expressions and function bodies in
 //     all (1 000 000 unless the host sets another budget). This bounds
 //     graphs in which a parameter is read many times over, such as a chain
-//     in which every parameter reads the previous one twice.
+//     in which every parameter reads the previous one twice. A numeric
+//     parameter read again within one read, with nothing changed meanwhile,
+//     reuses its value and counts as one evaluation without what it read
+//     (see src/parameter/vorReadMemo.h); texts, function calls and anything
+//     near an on-read callback are evaluated, and counted, every time.
 // A read that reaches either limit anywhere answers an "Expression/Reference
 // error" (ERR_EXPRESSION) as a whole, even where an interpolation would
 // otherwise have written the error into its text; the next top-level read

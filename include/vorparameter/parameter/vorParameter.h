@@ -274,7 +274,7 @@ protected:
 
     /// Sets or clears the evaluating flag; for classes that evaluate themselves.
     void set_evaluating(bool on) const { m_evaluating = on; }
-    void set_parent(vorParameter* parent) { m_parent = parent; }
+    void set_parent(vorParameter* parent);
 
     /// Containers let go of (and unlink) every member here, just before the
     /// node is deleted, so that releasing a deep tree never recurses.

@@ -109,7 +109,7 @@ public:
     /// Reads a reference text (see the file comment); ignored when locked.
     void set_ref_string(const utString& text);
     /// The referent must be of this type (0, TYPE_ERROR, accepts any).
-    void set_required_type(vorParameterType type) { m_required_type = type; }
+    void set_required_type(vorParameterType type);
     vorParameterType get_required_type() const { return m_required_type; }
     /// A referent that must be a map must also have this "root_type"; "*"
     /// (the default) accepts any and turns the check off.
@@ -136,6 +136,8 @@ private:
     /// The referent when it is a parameter and not an error, else null.
     vorParameter* target() const;
     void clear_reference();
+    /// Called whenever what the reference stands for may have changed.
+    static void retargeted();
 
     utString m_entity_type;
     utString m_ref_text;
