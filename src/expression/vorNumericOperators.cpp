@@ -62,90 +62,38 @@
 //
 //===----------------------------------------------------------------------===//
 
+#include "vorNumericArithmetic.h"
+
 #include "vorparameter/expression/vorParameterError.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/platform/vorUnitsUtils.h"
 
 #include <climits>
 #include <cmath>
 
 namespace {
 
-enum NumericOp {
-    OP_ADD,
-    OP_SUB,
-    OP_MUL,
-    OP_DIV,
-    OP_MOD,
-    OP_POW,
-    OP_EQ,
-    OP_NE,
-    OP_LT,
-    OP_LE,
-    OP_GT,
-    OP_GE,
-    OP_AND,
-    OP_OR,
-    OP_XOR,
-    OP_OTHER
-};
-
 struct NumericOpName {
     const char* text;
-    NumericOp op;
+    vorNumericOp op;
 };
 
-constexpr NumericOpName binary_ops[] = {{"+", OP_ADD}, {"-", OP_SUB}, {"*", OP_MUL},  {"/", OP_DIV},
-                                        {"%", OP_MOD}, {"^", OP_POW}, {"==", OP_EQ},  {"!=", OP_NE},
-                                        {"<", OP_LT},  {"<=", OP_LE}, {">", OP_GT},   {">=", OP_GE},
-                                        {"&", OP_AND}, {"|", OP_OR},  {"xor", OP_XOR}};
+constexpr NumericOpName binary_ops[] = {
+    {"+", NUMERIC_ADD}, {"-", NUMERIC_SUB}, {"*", NUMERIC_MUL},  {"/", NUMERIC_DIV},
+    {"%", NUMERIC_MOD}, {"^", NUMERIC_POW}, {"==", NUMERIC_EQ},  {"!=", NUMERIC_NE},
+    {"<", NUMERIC_LT},  {"<=", NUMERIC_LE}, {">", NUMERIC_GT},   {">=", NUMERIC_GE},
+    {"&", NUMERIC_AND}, {"|", NUMERIC_OR},  {"xor", NUMERIC_XOR}};
 
-struct LengthUnit {
-    const char* suffix;
-    double factor;
-    vorUnitsType system;
-};
+constexpr vorLengthUnit length_units[] = {{"m", 1000.0, UNITS_MM},  {"cm", 10.0, UNITS_MM},
+                                          {"mm", 1.0, UNITS_MM},    {"um", 0.001, UNITS_MM},
+                                          {"yd", 36.0, UNITS_INCH}, {"ft", 12.0, UNITS_INCH},
+                                          {"in", 1.0, UNITS_INCH},  {"th", 0.001, UNITS_INCH}};
 
-constexpr LengthUnit length_units[] = {{"m", 1000.0, UNITS_MM},  {"cm", 10.0, UNITS_MM},
-                                       {"mm", 1.0, UNITS_MM},    {"um", 0.001, UNITS_MM},
-                                       {"yd", 36.0, UNITS_INCH}, {"ft", 12.0, UNITS_INCH},
-                                       {"in", 1.0, UNITS_INCH},  {"th", 0.001, UNITS_INCH}};
-
-NumericOp find_binary_op(const utString& text) {
-    for (const NumericOpName& entry : binary_ops)
-        if (text == entry.text)
-            return entry.op;
-    return OP_OTHER;
-}
-
-const LengthUnit* find_unit(const utString& suffix) {
-    for (const LengthUnit& unit : length_units)
-        if (suffix == unit.suffix)
-            return &unit;
-    return nullptr;
-}
-
-bool is_comparison(NumericOp op) {
-    return op >= OP_EQ && op <= OP_GE;
-}
-bool is_logical(NumericOp op) {
-    return op >= OP_AND && op <= OP_XOR;
+bool is_comparison(vorNumericOp op) {
+    return op >= NUMERIC_EQ && op <= NUMERIC_GE;
 }
 
 vorParameterPtr error(vorParameterSubType kind) {
     return vorParameterError::create(kind);
-}
-
-// A new number, or ERR_DOMAIN when the value overflowed or is undefined.
-vorParameterPtr number(vorParameterSubType kind, const vorDimensions& dim, double value) {
-    if (!std::isfinite(value))
-        return error(ERR_DOMAIN);
-    return vorParameterPtr(new vorParameterNumeric(kind, dim, value));
-}
-
-bool is_truth_value(const vorParameterNumeric& operand, double value) {
-    const vorParameterSubType kind = operand.subtype();
-    return (kind == SUB_NUMBER || kind == SUB_BOOL) && std::fmod(value, 1.0) < 1e-15;
 }
 
 // In arithmetic a boolean counts as an integer.
@@ -168,15 +116,16 @@ int strength(vorParameterSubType kind) {
 
 // The subtype of `left op right` for an arithmetic operator (see the top of
 // this file).
-vorParameterSubType result_kind(NumericOp op, vorParameterSubType left, vorParameterSubType right) {
+vorParameterSubType result_kind(vorNumericOp op, vorParameterSubType left,
+                                vorParameterSubType right) {
     left = arithmetic_kind(left);
     right = arithmetic_kind(right);
     if (left == SUB_NUMBER && right == SUB_NUMBER)
         return SUB_NUMBER;
     const bool both_angles = left == SUB_ANGLE && right == SUB_ANGLE;
-    if (op == OP_DIV)
+    if (op == NUMERIC_DIV)
         return left == SUB_ANGLE && !both_angles ? SUB_ANGLE : SUB_REAL;
-    if (op == OP_POW || (op == OP_MUL && both_angles))
+    if (op == NUMERIC_POW || (op == NUMERIC_MUL && both_angles))
         return SUB_REAL;
     return strength(left) >= strength(right) ? left : right;
 }
@@ -192,65 +141,127 @@ int truncate_to_int(double value) {
     return static_cast<int>(value);
 }
 
-vorParameterPtr power(vorParameterSubType kind, const vorDimensions& dim, double base,
-                      double exponent) {
+vorNumericOutcome power(vorParameterSubType kind, const vorDimensions& dim, double base,
+                        double exponent) {
     const bool whole = exponent == std::trunc(exponent);
     if ((base < 0.0 && !whole) || (base == 0.0 && exponent < 0.0))
-        return error(ERR_DOMAIN);
-    return number(kind, dim.pow(truncate_to_int(exponent)), std::pow(base, exponent));
+        return vorNumericOutcome::fail(ERR_DOMAIN);
+    return vorNumericOutcome::of(kind, dim.pow(truncate_to_int(exponent)),
+                                 std::pow(base, exponent));
 }
 
-vorParameterPtr arithmetic(NumericOp op, const vorParameterNumeric& lhs, double a,
-                           const vorParameterNumeric& rhs, double b) {
-    const vorParameterSubType kind = result_kind(op, lhs.subtype(), rhs.subtype());
-    const vorDimensions& left = lhs.get_dim();
-    const vorDimensions& right = rhs.get_dim();
+vorNumericOutcome arithmetic(vorNumericOp op, const vorNumericValue& lhs,
+                             const vorNumericValue& rhs) {
+    const vorParameterSubType kind = result_kind(op, lhs.kind, rhs.kind);
+    const double a = lhs.value;
+    const double b = rhs.value;
     switch (op) {
-    case OP_ADD:
-        return number(kind, left + right, a + b);
-    case OP_SUB:
-        return number(kind, left + right, a - b);
-    case OP_MUL:
-        return number(kind, left * right, a * b);
-    case OP_DIV:
-        return b == 0.0 ? error(ERR_DIVIDE_BY_ZERO) : number(kind, left / right, a / b);
-    case OP_MOD:
-        return b == 0.0 ? error(ERR_DIVIDE_BY_ZERO) : number(kind, left + right, std::fmod(a, b));
+    case NUMERIC_ADD:
+        return vorNumericOutcome::of(kind, lhs.dim + rhs.dim, a + b);
+    case NUMERIC_SUB:
+        return vorNumericOutcome::of(kind, lhs.dim + rhs.dim, a - b);
+    case NUMERIC_MUL:
+        return vorNumericOutcome::of(kind, lhs.dim * rhs.dim, a * b);
+    case NUMERIC_DIV:
+        return b == 0.0 ? vorNumericOutcome::fail(ERR_DIVIDE_BY_ZERO)
+                        : vorNumericOutcome::of(kind, lhs.dim / rhs.dim, a / b);
+    case NUMERIC_MOD:
+        return b == 0.0 ? vorNumericOutcome::fail(ERR_DIVIDE_BY_ZERO)
+                        : vorNumericOutcome::of(kind, lhs.dim + rhs.dim, std::fmod(a, b));
     default:
-        return power(kind, left, a, b);
+        return power(kind, lhs.dim, a, b);
     }
 }
 
-bool compare(NumericOp op, double a, double b) {
+bool compare(vorNumericOp op, double a, double b) {
     const bool equal = std::fabs(a - b) <= vorParameterNumeric::comparison_tol();
     switch (op) {
-    case OP_EQ:
+    case NUMERIC_EQ:
         return equal;
-    case OP_NE:
+    case NUMERIC_NE:
         return !equal;
-    case OP_LT:
+    case NUMERIC_LT:
         return a < b && !equal;
-    case OP_LE:
+    case NUMERIC_LE:
         return a < b || equal;
-    case OP_GT:
+    case NUMERIC_GT:
         return a > b && !equal;
     default:
         return a > b || equal;
     }
 }
 
-bool logic(NumericOp op, bool a, bool b) {
+bool logic(vorNumericOp op, bool a, bool b) {
     switch (op) {
-    case OP_AND:
+    case NUMERIC_AND:
         return a && b;
-    case OP_OR:
+    case NUMERIC_OR:
         return a || b;
     default:
         return a != b;
     }
 }
 
+vorNumericValue value_of(const vorParameterNumeric& number, double value) {
+    return {value, number.subtype(), number.get_dim()};
+}
+
 } // namespace
+
+//===----------------------------------------------------------------------===//
+// The rules on plain values
+//===----------------------------------------------------------------------===//
+
+vorNumericOutcome vorNumericOutcome::of(vorParameterSubType kind, const vorDimensions& dim,
+                                        double value) {
+    if (!std::isfinite(value))
+        return fail(ERR_DOMAIN);
+    return {false, ERR_UNKNOWN, {value, kind, dim}};
+}
+
+vorParameterPtr vorNumericOutcome::to_parameter() const {
+    if (failed)
+        return vorParameterError::create(error);
+    return vorParameterPtr(new vorParameterNumeric(number.kind, number.dim, number.value));
+}
+
+vorNumericOp vorFindNumericOp(const utString& text) {
+    for (const NumericOpName& entry : binary_ops)
+        if (text == entry.text)
+            return entry.op;
+    return NUMERIC_OTHER;
+}
+
+vorNumericOutcome vorApplyNumericOp(vorNumericOp op, const vorNumericValue& a,
+                                    const vorNumericValue& b) {
+    if (is_comparison(op))
+        return vorNumericOutcome::truth(compare(op, a.value, b.value));
+    return arithmetic(op, a, b);
+}
+
+const vorLengthUnit* vorFindLengthUnit(const utString& suffix) {
+    for (const vorLengthUnit& unit : length_units)
+        if (suffix == unit.suffix)
+            return &unit;
+    return nullptr;
+}
+
+vorNumericOutcome vorApplyLengthUnit(const vorLengthUnit& unit, const vorNumericValue& a) {
+    const double factor = unit.factor * vorUnitsUtils::get_scale_from(unit.system);
+    return vorNumericOutcome::of(SUB_NUMBER, a.dim * vorDimensions(DIM_LENGTH), a.value * factor);
+}
+
+vorNumericOutcome vorApplySign(bool negate, const vorNumericValue& a) {
+    return vorNumericOutcome::of(arithmetic_kind(a.kind), a.dim, negate ? -a.value : a.value);
+}
+
+bool vorIsTruthValue(const vorNumericValue& a) {
+    return (a.kind == SUB_NUMBER || a.kind == SUB_BOOL) && std::fmod(a.value, 1.0) < 1e-15;
+}
+
+//===----------------------------------------------------------------------===//
+// The operators of vorParameterNumeric
+//===----------------------------------------------------------------------===//
 
 vorParameterPtr vorParameterNumeric::read_operand(double& value) const {
     vorParameterPtr failure = read_number(value);
@@ -261,17 +272,18 @@ vorParameterPtr vorParameterNumeric::read_operand(double& value) const {
 
 vorParameterPtr vorParameterNumeric::operate_binary(const utString& op,
                                                     const vorParameterPtr& rhs) const {
-    const NumericOp kind = find_binary_op(op);
-    if (kind == OP_OTHER) // "(", "[", "." and unknown operators
+    const vorNumericOp kind = vorFindNumericOp(op);
+    if (kind == NUMERIC_OTHER) // "(", "[", "." and unknown operators
         return vorParameter::operate_binary(op, rhs);
-    const bool logical = is_logical(kind);
+    const bool logical = vorIsLogicalOp(kind);
     if (!logical && !rhs->is_error() && rhs->type() != TYPE_NUMERIC)
         return vorParameterScalar::operate_binary(op, rhs);
 
     double a = 0.0;
     if (vorParameterPtr failure = read_operand(a); !failure.is_null())
         return failure;
-    if (logical && !is_truth_value(*this, a))
+    const vorNumericValue left = value_of(*this, a);
+    if (logical && !vorIsTruthValue(left))
         return error(ERR_TYPE);
 
     if (rhs->is_error())
@@ -284,11 +296,9 @@ vorParameterPtr vorParameterNumeric::operate_binary(const utString& op,
         return failure;
 
     if (logical)
-        return is_truth_value(*right, b) ? create_bool(logic(kind, a != 0.0, b != 0.0))
-                                         : error(ERR_TYPE);
-    if (is_comparison(kind))
-        return create_bool(compare(kind, a, b));
-    return arithmetic(kind, *this, a, *right, b);
+        return vorIsTruthValue(value_of(*right, b)) ? create_bool(logic(kind, a != 0.0, b != 0.0))
+                                                    : error(ERR_TYPE);
+    return vorApplyNumericOp(kind, left, value_of(*right, b)).to_parameter();
 }
 
 vorParameterPtr vorParameterNumeric::operate_prefix(const utString& op) const {
@@ -299,20 +309,20 @@ vorParameterPtr vorParameterNumeric::operate_prefix(const utString& op) const {
     double value = 0.0;
     if (vorParameterPtr failure = read_operand(value); !failure.is_null())
         return failure;
+    const vorNumericValue operand = value_of(*this, value);
     if (logical_not)
-        return is_truth_value(*this, value) ? create_bool(value == 0.0) : error(ERR_TYPE);
-    return number(arithmetic_kind(m_subtype), m_dim, negate ? -value : value);
+        return vorIsTruthValue(operand) ? create_bool(value == 0.0) : error(ERR_TYPE);
+    return vorApplySign(negate, operand).to_parameter();
 }
 
 vorParameterPtr vorParameterNumeric::operate_postfix(const utString& op) const {
     if (op == "!")
         return error(ERR_SYNTAX);
-    const LengthUnit* unit = find_unit(op);
+    const vorLengthUnit* unit = vorFindLengthUnit(op);
     if (!unit || m_subtype != SUB_NUMBER)
         return vorParameter::operate_postfix(op);
     double value = 0.0;
     if (vorParameterPtr failure = read_operand(value); !failure.is_null())
         return failure;
-    const double factor = unit->factor * vorUnitsUtils::get_scale_from(unit->system);
-    return number(SUB_NUMBER, m_dim * vorDimensions(DIM_LENGTH), value * factor);
+    return vorApplyLengthUnit(*unit, value_of(*this, value)).to_parameter();
 }

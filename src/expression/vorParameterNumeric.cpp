@@ -7,6 +7,8 @@
 
 #include "vorparameter/expression/vorParameterNumeric.h"
 
+#include "vorNumericArithmetic.h"
+
 #include "vorparameter/expression/vorParameterError.h"
 #include "vorparameter/platform/giTolerance.h"
 #include "vorparameter/platform/nlsUtils.h"
@@ -148,8 +150,22 @@ vorParameterPtr vorParameterNumeric::evaluate_number(double& value) const {
         return vorParameterPtr();
     }
     value = 0.0;
-    vorParameterPtr result = evaluate_expression();
-    if (result->type() != TYPE_NUMERIC)
+    // A host's subclass may evaluate otherwise: only the library's own
+    // numeric takes the way that spares the result's parameter.
+    if (&ut_dynamic_type() != &ut_static_type()) {
+        vorParameterPtr result = evaluate_expression();
+        if (result->type() != TYPE_NUMERIC)
+            return result;
+        value = m_cache;
+        return vorParameterPtr();
+    }
+    vorNumericValue number;
+    vorParameterPtr result = evaluate_to_number(number);
+    if (result.is_null())
+        m_cache = number.value;
+    else if (result->type() == TYPE_NUMERIC)
+        m_cache = result->get_double();
+    else
         return result;
     value = m_cache;
     return vorParameterPtr();

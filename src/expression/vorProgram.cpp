@@ -28,9 +28,11 @@ struct CacheState {
     std::size_t bytes = 0;
 };
 
+// Never destroyed: a program's plan may hold a library function, whose
+// release at exit would outlive the library's own tables.
 CacheState& cache_state() {
-    static CacheState state;
-    return state;
+    static CacheState* const state = new CacheState;
+    return *state;
 }
 
 bool same_reading(const vorProgramToken& a, const vorProgramToken& b) {
@@ -55,7 +57,7 @@ utString vorProgram::text_after(const utString& text, std::size_t tokens_read,
 std::size_t vorProgram::footprint() const {
     std::size_t bytes = sizeof(vorProgram) + readings.capacity() * sizeof(vorProgramToken) +
                         tokens.capacity() * sizeof(tokens[0]) +
-                        rewritten.capacity() * sizeof(char32_t);
+                        rewritten.capacity() * sizeof(char32_t) + (plan ? plan->footprint() : 0);
     for (const vorProgramToken& reading : readings)
         if (reading.text.size() >= sizeof(std::string)) // beyond the small-string buffer
             bytes += reading.text.size() + 1;
@@ -153,6 +155,7 @@ std::shared_ptr<const vorProgram> vorEvaluator::compile(const utString& text) {
     begin(utString());
     if (!readable)
         return nullptr;
+    program->plan = vorPlan::compile(*program);
     return program;
 }
 

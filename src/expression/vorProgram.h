@@ -29,6 +29,8 @@
 #ifndef VORPARAMETER_SRC_EXPRESSION_VORPROGRAM_H
 #define VORPARAMETER_SRC_EXPRESSION_VORPROGRAM_H
 
+#include "vorPlan.h"
+
 #include "vorparameter/platform/utString.h"
 #include "vorparameter/platform/vorCharTypes.h"
 
@@ -73,6 +75,8 @@ struct vorProgram {
     /// the text as fully rewritten.
     std::size_t first_rewrite = 0;
     vorWideString rewritten;
+    /// The parse of the text for reads of values, when it has one.
+    std::unique_ptr<vorPlan> plan;
 
     /// The text as the tokenizer leaves it after reading `tokens_read` tokens,
     /// which ended at `position`.

@@ -2,6 +2,8 @@
 
 #include "vorparameter/parameter/vorParameter.h"
 
+#include "expression/vorPlan.h"
+#include "parameter/vorNameCache.h"
 #include "parameter/vorReadMemo.h"
 #include "parameter/vorTreeDepth.h"
 #include "parameter/vorTreeGeneration.h"
@@ -14,6 +16,7 @@
 #include "vorparameter/expression/vorParameterError.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
 #include "vorparameter/expression/vorParameterString.h"
+#include "vorparameter/library/vorParameterLibRoot.h"
 #include "vorparameter/parameter/vorParameterGuards.h"
 #include "vorparameter/parameter/vorParameterIter.h"
 #include "vorparameter/parameter/vorParameterMap.h"
@@ -384,6 +387,14 @@ private:
 } // namespace
 
 vorParameterPtr vorParameter::evaluate() const {
+    return evaluate_value(nullptr);
+}
+
+vorParameterPtr vorParameter::evaluate_to_number(vorNumericValue& number) const {
+    return evaluate_value(&number);
+}
+
+vorParameterPtr vorParameter::evaluate_value(vorNumericValue* number) const {
     if (m_evaluating) {
         // What a cycle answers depends on where it was entered.
         vorReadMemo::disturb();
@@ -402,13 +413,24 @@ vorParameterPtr vorParameter::evaluate() const {
     vorReadMemo::Evaluation memo(*this);
     if (vorParameterPtr reused = memo.reuse(); !reused.is_null())
         return vorEvalLevel::settle(std::move(reused));
-    vorEvaluator evaluator(this);
     EvaluatingFlag flag(*this, &vorParameter::set_evaluating);
     vorParameterPtr result;
-    if (type() == TYPE_STRING || type() == TYPE_ENUM)
+    vorPlanResult planned;
+    if (type() == TYPE_STRING || type() == TYPE_ENUM) {
+        vorEvaluator evaluator(this);
         result = vorParameterString::create_verbatim(evaluator.interpolate_string(expr));
-    else
-        result = evaluator.evaluate(expr);
+    } else if (!vorRunPlan(*this, expr, planned)) {
+        result = vorEvaluator(this).evaluate(expr);
+    } else if (number && planned.node.is_null()) {
+        // A plan's new number has no text to interpolate and passed the
+        // limits: only the memo may want it as a parameter.
+        if (memo.may_keep())
+            memo.keep(planned.to_parameter());
+        *number = planned.number;
+        return vorParameterPtr();
+    } else {
+        result = planned.to_parameter();
+    }
     while (result->is_expr())
         result = result->evaluate();
     result = vorEvalLevel::settle(std::move(result));
@@ -436,12 +458,14 @@ Node* enclosing_scope(Node& node) {
     return nullptr;
 }
 
-template <class Node>
-vorParameterPtr resolve_in(Node& start, const vorParameterKey& key) {
+/// `visit` sees every node asked for the key, in order.
+template <class Node, class Visit>
+vorParameterPtr resolve_in(Node& start, const vorParameterKey& key, Visit&& visit) {
     if (key.type() == TYPE_ERROR)
         return vorParameterError::create(ERR_SYNTAX);
     // Iterative, so that a name can be searched up a tree of any depth.
     for (Node* node = &start;;) {
+        visit(*node);
         vorParameterPtr found = (*node)[key];
         if (!found->is_error() || found->is_ref() || !node->parent())
             return found;
@@ -455,11 +479,36 @@ vorParameterPtr resolve_in(Node& start, const vorParameterKey& key) {
 } // namespace
 
 vorParameterPtr vorParameter::resolve(const vorParameterKey& key) const {
-    return resolve_in(*this, key);
+    return resolve_in(*this, key, [](const vorParameter&) {});
 }
 
 vorParameterPtr vorParameter::resolve(const vorParameterKey& key) {
-    return resolve_in(*this, key);
+    return resolve_in(*this, key, [](vorParameter&) {});
+}
+
+namespace {
+
+/// The library's own node types, whose lookups and scoping depend on nothing
+/// but the shape of the tree. A host's subclass may answer otherwise, so its
+/// exact type is not among them.
+bool answers_by_shape(const vorParameter& node) {
+    static const utTypeID* const types[] = {
+        &vorParameterMap::ut_static_type(),     &vorParameterRoot::ut_static_type(),
+        &vorParameterLibRoot::ut_static_type(), &vorParameterArray::ut_static_type(),
+        &vorParameterList::ut_static_type(),    &vorParameterSharedList::ut_static_type(),
+        &vorParameterVector::ut_static_type(),  &vorParameterTempArray::ut_static_type(),
+        &vorParameterNumeric::ut_static_type(), &vorParameterString::ut_static_type()};
+    const utTypeID* type = &node.ut_dynamic_type();
+    return std::find(std::begin(types), std::end(types), type) != std::end(types);
+}
+
+} // namespace
+
+vorParameterPtr vorResolveForCache(const vorParameter& scope, const vorParameterKey& key,
+                                   bool& by_shape) {
+    by_shape = true;
+    return resolve_in(
+        scope, key, [&by_shape](const vorParameter& node) { by_shape &= answers_by_shape(node); });
 }
 
 namespace {

@@ -77,9 +77,13 @@ vorParameterPtr vorReadMemo::Evaluation::reuse() const {
     return copy_of(kept->second.value);
 }
 
-void vorReadMemo::Evaluation::keep(const vorParameterPtr& result) const {
+bool vorReadMemo::Evaluation::may_keep() const {
     // The outermost evaluation ends the read: nothing could reuse its value.
-    if (!m_eligible || t_evaluations == 1 || stamp_now() != m_stamp || !is_plain_result(result))
+    return m_eligible && t_evaluations != 1 && stamp_now() == m_stamp;
+}
+
+void vorReadMemo::Evaluation::keep(const vorParameterPtr& result) const {
+    if (!may_keep() || !is_plain_result(result))
         return;
     // Only a node that handles own can be held until the read ends.
     vorParameterPtr node = vorParameterPtr::share(const_cast<vorParameter*>(&m_node));

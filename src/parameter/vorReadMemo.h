@@ -67,6 +67,8 @@ public:
         vorParameterPtr reuse() const;
         /// Keeps `result` for the rest of the read when it may be reused.
         void keep(const vorParameterPtr& result) const;
+        /// False when keep() would keep no result, whatever it is.
+        bool may_keep() const;
 
     private:
         const vorParameter& m_node;

@@ -1,6 +1,7 @@
 // Compiled evaluation against scanning the text: random expressions over a
 // tree that changes between reads, evaluated both ways, must agree on
-// everything an evaluation shows.
+// everything an evaluation shows, whether the evaluator is given the text or
+// a parameter holding it is read (which runs the text's compiled plan).
 
 #include "vorparameter/containers/vorParameterArray.h"
 #include "vorparameter/containers/vorParameterEnum.h"
@@ -77,6 +78,21 @@ public:
         const Outcome scanned = evaluate(text, strict, false);
         const Outcome compiled = evaluate(text, strict, true);
         ASSERT_EQ(scanned, compiled) << "text: " << text << (strict ? " (strict)" : "");
+    }
+
+    /// Reads a member whose value is `text` both ways, three times each: a
+    /// text is compiled on its second sight, so the third read runs its plan.
+    void compare_as_value(const std::string& text) {
+        static const vorParameterSubType kinds[] = {SUB_NUMBER, SUB_REAL, SUB_INT, SUB_ANGLE};
+        vorParameterPtr probe =
+            m_root->add("probe", vorParameterPtr(new vorParameterNumeric(
+                                     kinds[pick(0, 3)], vorDimensions(0, pick(0, 1), 0), 0)));
+        probe->set_string(text.c_str());
+        for (int read = 0; read < 3; ++read) {
+            const Outcome scanned = read_value(*probe, false);
+            const Outcome compiled = read_value(*probe, true);
+            ASSERT_EQ(scanned, compiled) << "value: " << text << " (read " << read << ")";
+        }
     }
 
     std::string expression(int depth) {
@@ -217,6 +233,26 @@ private:
         return outcome;
     }
 
+    /// What the evaluate() of a member holding an expression gives, and its
+    /// get_double() and get_string() after it.
+    Outcome read_value(const vorParameter& probe, bool compiled) {
+        m_root->remove("extra");
+        const bool previous = vorEvaluator::set_compiled(compiled);
+        g_reads = 0;
+        vorParameterPtr result = probe.evaluate();
+        Outcome outcome;
+        outcome.type = result->type();
+        outcome.subtype = result->subtype();
+        outcome.text = result->get_string().str();
+        if (const vorParameterNumeric* number = vorParameterNumeric::ut_dynamic_cast(result.get()))
+            outcome.dimension = number->get_dim().get_string().str();
+        m_root->remove("extra");
+        outcome.expr = std::to_string(probe.get_double()) + " " + probe.get_string().str();
+        outcome.reads = g_reads;
+        vorEvaluator::set_compiled(previous);
+        return outcome;
+    }
+
     std::mt19937 m_random;
     vorParameterPtr m_root;
 };
@@ -240,6 +276,7 @@ TEST(CompiledEvaluation, AgreesWithScanningOnRandomExpressions) {
         nlsUtils::set_decimal_point(points[round % 2]);
         for (const std::string& text : texts) {
             differential.compare(text, differential.pick(0, 4) == 0);
+            differential.compare_as_value(text);
             if (::testing::Test::HasFatalFailure())
                 break;
         }

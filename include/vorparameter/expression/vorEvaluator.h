@@ -54,7 +54,11 @@
 // then reads tokens from that program instead of scanning the text, so every
 // rule above holds by construction. A text the tokenizer would stop on (an
 // unterminated string, a malformed number, an unknown symbol) is always
-// scanned afresh. set_compiled(false) makes every evaluation scan its text.
+// scanned afresh. A parameter reading its own value goes one step further:
+// it runs the text's plan (src/expression/vorPlan.h), the parse taken once,
+// with names resolved once while the tree keeps its shape and plain numbers
+// computed without making a parameter of each. set_compiled(false) makes
+// every evaluation scan its text.
 //
 // Evaluators are used from the host's one thread (the operator tables, the
 // nesting count, the evaluation budget and the program cache are
@@ -209,6 +213,10 @@ protected:
     virtual vorParameterPtr primary(int resolve_names, int skip, vorCharTypes& types);
 
 private:
+    // Compiled plans of texts follow this parser's grammar and value steps.
+    friend class vorPlanCompiler;
+    friend class vorPlanRunner;
+
     void reset_state();
     void begin(const utString& text);
     /// The compiled form of `text` for this evaluator's decimal points, from

@@ -123,6 +123,8 @@ public:
     void set_normalized_value(const utString& text);
 
 private:
+    friend class vorPlanRunner; // reads operands as the operators do
+
     /// The cache's "empty" mark. A literal whose value is this very number is
     /// parsed again at each read, which is correct, only slower.
     static constexpr double empty_cache = std::numeric_limits<double>::max();

@@ -33,6 +33,7 @@
 #include <memory>
 
 class vorParameter;
+struct vorNumericValue;
 
 /// A counted, shared handle to a parameter (atomic counts kept in the node).
 /// Handles made with coPrfExtern refer to a node without owning it.
@@ -272,6 +273,11 @@ protected:
     vorParameter(const vorParameter& other);
     vorParameter& operator=(const vorParameter& other);
 
+    /// evaluate(), for a caller that wants a number: when the value is a new
+    /// number that nothing holds, it is written to `number` and the handle is
+    /// empty, which spares making a parameter of it.
+    vorParameterPtr evaluate_to_number(vorNumericValue& number) const;
+
     /// Sets or clears the evaluating flag; for classes that evaluate themselves.
     void set_evaluating(bool on) const { m_evaluating = on; }
     void set_parent(vorParameter* parent);
@@ -287,6 +293,8 @@ protected:
 
 private:
     friend class vorParameterPtr;
+    /// evaluate(), or evaluate_to_number() when `number` is given.
+    vorParameterPtr evaluate_value(vorNumericValue* number) const;
     void update_active() const;
     /// The node's own active state, made known first.
     bool own_active() const;
