@@ -69,11 +69,9 @@ std::string shown(const vorParameterPtr& scope, const char* expression) {
 } // namespace
 
 TEST(LibListsDocs, EveryExampleGivesTheDocumentedResult) {
-    std::vector<DocExample> examples = read_doc_examples("docs/functions-lists.md");
-    ASSERT_GE(examples.size(), 50u);
-    for (const DocExample& example : examples)
-        EXPECT_EQ(shown(lists_tree(), example.expression.c_str()), example.expected)
-            << "docs/functions-lists.md:" << example.line << ": " << example.expression;
+    expect_doc_examples("docs/functions-lists.md", 50, [](const std::string& expression) {
+        return shown(lists_tree(), expression.c_str());
+    });
 }
 
 TEST(LibLists, TreeListsChangeInPlaceAndBraceListsDoNot) {

@@ -49,11 +49,9 @@ std::string shown(const vorParameterPtr& value) {
 } // namespace
 
 TEST(LibStringGeometryDocs, EveryExampleGivesTheDocumentedResult) {
-    std::vector<DocExample> examples = read_doc_examples("docs/functions-string-geometry.md");
-    ASSERT_GE(examples.size(), 80u);
-    for (const DocExample& example : examples)
-        EXPECT_EQ(shown(eval(example.expression.c_str())), example.expected)
-            << "docs/functions-string-geometry.md:" << example.line << ": " << example.expression;
+    expect_doc_examples("docs/functions-string-geometry.md", 80, [](const std::string& expression) {
+        return shown(eval(expression.c_str()));
+    });
 }
 
 TEST(LibString, PositionsCountCharactersAndNeverSplitBytes) {
