@@ -194,12 +194,9 @@ TEST(Enum, TitlesCopiesResetAndLocks) {
 TEST(Enum, ComparisonWithTextsInExpressionsAndActiveConditions) {
     vorParameterPtr root = enumeration_tree();
     vorParameterPtr strategy = (*root)["strategy"];
-    EXPECT_EQ(evaluate(strategy, "method == 'raster'")->get_int(), 1);
+    // The examples of docs/enumerations.md compare with names, old names,
+    // misspellings, numbers and other enumerations; these add the sides swapped.
     EXPECT_EQ(evaluate(strategy, "'raster' != method")->get_int(), 0);
-    EXPECT_EQ(evaluate(strategy, "clearance == 'tubeclear'")->get_int(), 1);
-    EXPECT_EQ(evaluate(strategy, "method == clearance")->subtype(), ERR_TYPE);
-    EXPECT_EQ(evaluate(strategy, "method == 'rastr'")->subtype(), ERR_TYPE);
-    EXPECT_EQ(evaluate(strategy, "method == 0")->subtype(), ERR_TYPE);
     EXPECT_EQ(evaluate(strategy, "0 == method")->subtype(), ERR_TYPE);
 
     vorParameterPtr stepdown = strategy->add(
