@@ -3,6 +3,7 @@
 
 #include "../support/doc_examples.h"
 #include "lib_test_tree.h"
+#include "shown_value.h"
 
 #include "vorparameter/containers/vorParameterEnum.h"
 #include "vorparameter/containers/vorParameterSharedList.h"
@@ -49,17 +50,6 @@ vorParameterPtr lists_tree() {
     frozen["[1]"]->set_double(2);
     frozen->lock(1);
     return root;
-}
-
-/// A value as the documentation shows it: arrays as "{a; b}".
-std::string shown(const vorParameterPtr& value) {
-    const vorParameterArray* array = vorParameterArray::ut_dynamic_cast(value.par());
-    if (!array)
-        return value->get_string().str();
-    std::string items;
-    for (const vorParameterPtr& element : array->elements())
-        items += (items.empty() ? "" : "; ") + shown(element);
-    return "{" + items + "}";
 }
 
 std::string shown(const vorParameterPtr& scope, const char* expression) {

@@ -1,6 +1,7 @@
 // The string and path functions, and the examples of their documentation.
 
 #include "../support/doc_examples.h"
+#include "shown_value.h"
 
 #include "vorparameter/containers/vorParameterTempArray.h"
 #include "vorparameter/expression/vorEvaluator.h"
@@ -33,17 +34,6 @@ vorParameterPtr text(const std::string& s) {
 }
 vorParameterPtr number(double v) {
     return vorParameterPtr(new vorParameterNumeric(SUB_NUMBER, DIM_NONE, v));
-}
-
-/// A value as the documentation shows it: arrays as "{a; b}".
-std::string shown(const vorParameterPtr& value) {
-    const vorParameterArray* array = vorParameterArray::ut_dynamic_cast(value.par());
-    if (!array)
-        return value->get_string().str();
-    std::string items;
-    for (const vorParameterPtr& element : array->elements())
-        items += (items.empty() ? "" : "; ") + shown(element);
-    return "{" + items + "}";
 }
 
 } // namespace

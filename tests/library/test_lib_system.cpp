@@ -3,6 +3,7 @@
 
 #include "../support/doc_examples.h"
 #include "lib_test_tree.h"
+#include "shown_value.h"
 
 #include "vorparameter/expression/vorParameterError.h"
 #include "vorparameter/library/vorParameterLib.h"
@@ -65,15 +66,6 @@ private:
 /// A call with an argument that expressions cannot spell (a NUL byte).
 vorParameterPtr call(vorParameterLibFn fn, const std::string& arg) {
     return fn(arguments({vorParameterPtr(new vorParameterString(arg))}));
-}
-
-std::string shown(const vorParameterPtr& value) {
-    if (value->type() != TYPE_ARRAY)
-        return value->get_string().str();
-    std::string items;
-    for (int i = 0; i < value->size(); ++i)
-        items += (i ? "; " : "") + shown(value[vorParameterKey(i, "")]);
-    return "{" + items + "}";
 }
 
 } // namespace
