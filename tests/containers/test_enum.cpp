@@ -194,12 +194,9 @@ TEST(Enum, TitlesCopiesResetAndLocks) {
 TEST(Enum, ComparisonWithTextsInExpressionsAndActiveConditions) {
     vorParameterPtr root = enumeration_tree();
     vorParameterPtr strategy = (*root)["strategy"];
-    EXPECT_EQ(evaluate(strategy, "method == 'raster'")->get_int(), 1);
+    // The examples of docs/enumerations.md compare with names, old names,
+    // misspellings, numbers and other enumerations; these add the sides swapped.
     EXPECT_EQ(evaluate(strategy, "'raster' != method")->get_int(), 0);
-    EXPECT_EQ(evaluate(strategy, "clearance == 'tubeclear'")->get_int(), 1);
-    EXPECT_EQ(evaluate(strategy, "method == clearance")->subtype(), ERR_TYPE);
-    EXPECT_EQ(evaluate(strategy, "method == 'rastr'")->subtype(), ERR_TYPE);
-    EXPECT_EQ(evaluate(strategy, "method == 0")->subtype(), ERR_TYPE);
     EXPECT_EQ(evaluate(strategy, "0 == method")->subtype(), ERR_TYPE);
 
     vorParameterPtr stepdown = strategy->add(
@@ -215,14 +212,10 @@ TEST(Enum, ComparisonWithTextsInExpressionsAndActiveConditions) {
 }
 
 TEST(Enum, DocumentedExamplesEvaluateAsShown) {
-    std::vector<DocExample> examples = read_doc_examples("docs/enumerations.md");
-    ASSERT_GE(examples.size(), 8u);
     vorParameterPtr root = enumeration_tree();
-    for (const DocExample& example : examples) {
-        vorParameterPtr result = vorEvaluator(root.get()).evaluate(example.expression);
-        EXPECT_EQ(result->get_string().str(), example.expected)
-            << "docs/enumerations.md:" << example.line << ": " << example.expression;
-    }
+    expect_doc_examples("docs/enumerations.md", 8, [&](const std::string& expression) {
+        return vorEvaluator(root.get()).evaluate(expression)->get_string().str();
+    });
 }
 
 TEST(Enum, DocumentedSynonymTableIsTheOneInUse) {

@@ -41,13 +41,12 @@ protected:
 
 } // namespace
 
+// The examples of docs/expressions.md (ExpressionDocs) cover what is not
+// repeated here: left-associativity, "-2^2", units after an operand, names
+// in any case, short-circuits and errors as values.
+
 TEST_F(Evaluator, PrecedenceAndAssociativity) {
-    EXPECT_EQ(number("1+2*3"), 7);
-    EXPECT_EQ(number("2^3^2"), 64) << "every binary operator is left-associative";
-    EXPECT_EQ(number("-2^2"), 4) << "a prefix operand stops below ^";
     EXPECT_EQ(number("(1+2)*3"), 9);
-    EXPECT_EQ(number("10 - 4 - 3"), 3);
-    EXPECT_EQ(number("a * b + 1"), 7);
     EXPECT_EQ(number("7 % 4"), 3);
     EXPECT_EQ(number("1 < 2 == 1"), 1);
     EXPECT_EQ(number("NOT 0"), 1);
@@ -60,13 +59,8 @@ TEST_F(Evaluator, UnitsApplyToTheOperandJustRead) {
     vorParameterPtr length = eval("10mm");
     EXPECT_EQ(length->get_double(), 10);
     EXPECT_EQ(static_cast<vorParameterNumeric&>(*length).get_dim(), vorDimensions(DIM_LENGTH));
-    EXPECT_EQ(number("1in"), 25.4);
-    EXPECT_EQ(number("2*3mm"), 6);
-    EXPECT_EQ(number("1+2mm"), 3);
-    EXPECT_EQ(number("(2*3)mm"), 6);
     EXPECT_EQ(number("2.5e-3in"), 2.5e-3 * 25.4);
     EXPECT_EQ(kind("mm"), ERR_INVALID_NAME) << "a unit where an operand belongs is a name";
-    EXPECT_EQ(kind("5!"), ERR_SYNTAX);
 }
 
 TEST_F(Evaluator, NumberLiteralsAndTheDecimalComma) {
@@ -86,11 +80,8 @@ TEST_F(Evaluator, NumberLiteralsAndTheDecimalComma) {
 }
 
 TEST_F(Evaluator, NamesPathsAndThis) {
-    EXPECT_EQ(number("tool.diameter"), 6);
-    EXPECT_EQ(number("TOOL.DIAMETER * 2"), 12);
     EXPECT_EQ(number("$a"), 2);
     EXPECT_EQ(kind("undefined_name"), ERR_INVALID_NAME);
-    EXPECT_EQ(kind("undefined_name + 1"), ERR_INVALID_NAME) << "errors travel as values";
     EXPECT_EQ(eval("THIS").get(), root.get());
     EXPECT_EQ(eval("this.a").get(), root["a"].get());
     EXPECT_EQ(vorEvaluator(nullptr).evaluate("a")->subtype(), ERR_INVALID_NAME);
@@ -104,7 +95,6 @@ TEST_F(Evaluator, ListsCallsAndGrouping) {
     EXPECT_EQ(eval("()")->size(), 0);
     EXPECT_EQ(eval("{a; b}")["[1]"]->get_double(), 3);
     EXPECT_EQ(eval("{1; {2; 3}}")["[1]"]->size(), 2);
-    EXPECT_EQ(number("{4; 5; 6}[1]"), 5);
     EXPECT_EQ(kind("{1; 2"), ERR_SYNTAX);
     EXPECT_EQ(kind("s(1)"), ERR_INVALID_NAME) << "a call looks up functions only";
     EXPECT_EQ(kind("(s)(1)"), ERR_TYPE) << "a string is not callable";
@@ -112,9 +102,6 @@ TEST_F(Evaluator, ListsCallsAndGrouping) {
 }
 
 TEST_F(Evaluator, ShortCircuitSkipsNameLookups) {
-    EXPECT_EQ(number("0 & undefined_name"), 0);
-    EXPECT_EQ(number("1 | undefined_name"), 1);
-    EXPECT_EQ(kind("1 & undefined_name"), ERR_INVALID_NAME);
     EXPECT_EQ(kind("0 | undefined_name"), ERR_INVALID_NAME);
     EXPECT_EQ(number("0 & (undefined(1) + x.y[2])"), 0);
     EXPECT_EQ(number("0 & undefined(1)"), 0) << "a skipped call is no error";
@@ -135,10 +122,8 @@ TEST_F(Evaluator, SyntaxErrors) {
 
 TEST_F(Evaluator, StringsAndInterpolationInLiterals) {
     EXPECT_EQ(eval("'abc' + \"d'e\"")->get_string(), "abcd'e");
-    EXPECT_EQ(eval("'x' + 3")->get_string(), "x3");
     EXPECT_EQ(number("'abc' <= 'abd'"), 1);
     EXPECT_EQ(number("s == 'abc'"), 1);
-    EXPECT_EQ(eval("'d=${tool.diameter}'")->get_string(), "d=6");
 }
 
 TEST_F(Evaluator, ParamsetRecordsEachParameterOnce) {
@@ -193,15 +178,5 @@ TEST_F(Evaluator, SelfReferenceThroughAChainIsAnError) {
     EXPECT_EQ(x->get_double(), 0);
     EXPECT_FALSE(x->is_evaluating());
     EXPECT_FALSE(y->is_evaluating());
-
-    // A long chain of distinct parameters stops at the nesting limit.
-    vorParameterPtr previous = root->add("p0", real(1));
-    for (int i = 1; i < 2000; ++i) {
-        utString name("p" + std::to_string(i));
-        vorParameterPtr p = root->add(name, real(0));
-        p->set_string(previous->get_name() + " + 1");
-        previous = p;
-    }
-    EXPECT_TRUE(previous->evaluate()->is_error());
-    EXPECT_EQ(root["p10"]->get_double(), 11);
+    // Long chains of distinct parameters: StressEvaluation.
 }

@@ -3,6 +3,7 @@
 
 #include "../support/doc_examples.h"
 #include "lib_test_tree.h"
+#include "shown_value.h"
 
 #include "vorparameter/containers/vorParameterEnum.h"
 #include "vorparameter/containers/vorParameterSharedList.h"
@@ -51,17 +52,6 @@ vorParameterPtr lists_tree() {
     return root;
 }
 
-/// A value as the documentation shows it: arrays as "{a; b}".
-std::string shown(const vorParameterPtr& value) {
-    const vorParameterArray* array = vorParameterArray::ut_dynamic_cast(value.par());
-    if (!array)
-        return value->get_string().str();
-    std::string items;
-    for (const vorParameterPtr& element : array->elements())
-        items += (items.empty() ? "" : "; ") + shown(element);
-    return "{" + items + "}";
-}
-
 std::string shown(const vorParameterPtr& scope, const char* expression) {
     return shown(eval(scope, expression));
 }
@@ -69,11 +59,9 @@ std::string shown(const vorParameterPtr& scope, const char* expression) {
 } // namespace
 
 TEST(LibListsDocs, EveryExampleGivesTheDocumentedResult) {
-    std::vector<DocExample> examples = read_doc_examples("docs/functions-lists.md");
-    ASSERT_GE(examples.size(), 50u);
-    for (const DocExample& example : examples)
-        EXPECT_EQ(shown(lists_tree(), example.expression.c_str()), example.expected)
-            << "docs/functions-lists.md:" << example.line << ": " << example.expression;
+    expect_doc_examples("docs/functions-lists.md", 50, [](const std::string& expression) {
+        return shown(lists_tree(), expression.c_str());
+    });
 }
 
 TEST(LibLists, TreeListsChangeInPlaceAndBraceListsDoNot) {

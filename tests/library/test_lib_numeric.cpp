@@ -21,21 +21,20 @@ const vorParameterNumeric& as_numeric(const vorParameterPtr& p) {
 } // namespace
 
 TEST(LibFunctionsDocs, EveryExampleGivesTheDocumentedResult) {
-    const std::vector<DocExample> examples = read_doc_examples("docs/functions.md");
-    ASSERT_GE(examples.size(), 60u);
     vorParameterPtr tree = example_tree();
-    for (const DocExample& example : examples)
-        EXPECT_EQ(eval(tree, example.expression.c_str())->get_string().str(), example.expected)
-            << "docs/functions.md:" << example.line << ": " << example.expression;
+    expect_doc_examples("docs/functions.md", 60, [&](const std::string& expression) {
+        return eval(tree, expression.c_str())->get_string().str();
+    });
 }
 
+// The examples of docs/functions.md (above) are not repeated below.
 TEST(LibMath, ArgumentsDomainsAndResultKinds) {
     vorParameterPtr tree = example_tree();
-    for (const char* bad : {"sqrt()", "sqrt(1; 2)", "sqrt('4')", "sqrt({4})", "sqrt(hypot)",
-                            "atan2(1)", "compare(1; 2)", "sign(passes)"})
+    for (const char* bad :
+         {"sqrt()", "sqrt({4})", "sqrt(hypot)", "atan2(1)", "compare(1; 2)", "sign(passes)"})
         EXPECT_EQ(eval(tree, bad)->subtype(), ERR_INVALID_ARGUMENTS) << bad;
     for (const char* outside :
-         {"asin(1.0001)", "acos(-2)", "ln(0)", "log(-1)", "sqrt(-1e-300)", "tan(-270)", "exp(710)"})
+         {"asin(1.0001)", "acos(-2)", "log(-1)", "sqrt(-1e-300)", "tan(-270)", "exp(710)"})
         EXPECT_EQ(eval(tree, outside)->subtype(), ERR_DOMAIN) << outside;
 
     // Results are dimensionless whatever the argument; inverse functions
@@ -75,7 +74,6 @@ TEST(LibNumeric, AggregatesKeepTheCommonDimensionAndKind) {
     EXPECT_EQ(eval(tree, "sum(int(1); 2)")->subtype(), SUB_REAL);
     EXPECT_EQ(eval(tree, "mean(int(1); int(2))")->subtype(), SUB_REAL);
     EXPECT_EQ(eval(tree, "min(asin(1); acos(1))")->subtype(), SUB_ANGLE);
-    EXPECT_EQ(eval(tree, "sum({})")->get_double(), 0.0);
 
     EXPECT_EQ(eval(tree, "max(1mm; 1)")->subtype(), ERR_DIMENSIONS);
     EXPECT_EQ(eval(tree, "mean(1mm * 1mm; 1mm)")->subtype(), ERR_DIMENSIONS);
@@ -96,7 +94,6 @@ TEST(LibNumeric, ConversionsAndRounding) {
     EXPECT_EQ(eval(tree, "int(2147483647.5)")->get_double(), 2147483647.0);
     EXPECT_EQ(eval(tree, "int(-2147483649)")->subtype(), ERR_DOMAIN);
     EXPECT_EQ(eval(tree, "bool('0.0')")->get_int(), 0);
-    EXPECT_EQ(eval(tree, "string(passes)")->subtype(), ERR_INVALID_ARGUMENTS);
     EXPECT_EQ(eval(tree, "string('a'; 2)")->subtype(), ERR_INVALID_ARGUMENTS);
 
     // Places are clamped to 0 ... 16; the result is a dimensionless real.
@@ -114,22 +111,20 @@ TEST(LibNumeric, ParametersAsArguments) {
     EXPECT_EQ(eval(tree, "if(0; depth; feed)").get(), tree["feed"].get()) << "the argument itself";
     EXPECT_EQ(eval(tree, "select(1; 'a'; 2)")->subtype(), ERR_INVALID_ARGUMENTS);
     EXPECT_EQ(eval(tree, "if('1'; 2; 3)")->subtype(), ERR_INVALID_ARGUMENTS);
-    EXPECT_EQ(eval(tree, "active(depth)")->get_int(), 1);
     EXPECT_EQ(eval(tree, "locked(depth)")->get_int(), 0);
     EXPECT_EQ(eval(tree, "size(this)")->get_int(), tree->size());
     EXPECT_EQ(eval(tree, "desc(round)")->get_string(),
               "Round value to the specified number of decimal places.");
     tree->add("note", number(1))->set_desc("${depth} deep");
     EXPECT_EQ(eval(tree, "desc(note)")->get_string(), "${depth} deep") << "results are final";
-    for (const char* bad : {"active()", "locked(1; 2)", "desc(undefined_name)", "error()"})
+    for (const char* bad : {"active()", "locked(1; 2)", "error()"})
         EXPECT_EQ(eval(tree, bad)->subtype(), ERR_INVALID_ARGUMENTS) << bad;
 
-    // evaluate reads names in the library's evaluation scope unless given one.
-    EXPECT_EQ(eval(tree, "evaluate('depth')")->subtype(), ERR_INVALID_NAME);
+    // evaluate reads names in the library's evaluation scope unless given one
+    // (without one, the documented examples find no "depth").
     vorParameterLib::set_eval_scope(tree);
     EXPECT_EQ(eval(tree, "evaluate('depth * 2')")->get_double(), 24.0);
     vorParameterLib::set_eval_scope(vorParameterPtr());
-    EXPECT_EQ(eval(tree, "evaluate('1 +')")->subtype(), ERR_SYNTAX);
     EXPECT_EQ(eval(tree, "evaluate(1)")->subtype(), ERR_INVALID_ARGUMENTS);
 
     vorParameterPtr copies = eval(tree, "get_func_args(depth; 'x')");

@@ -1,6 +1,7 @@
 // The string and path functions, and the examples of their documentation.
 
 #include "../support/doc_examples.h"
+#include "shown_value.h"
 
 #include "vorparameter/containers/vorParameterTempArray.h"
 #include "vorparameter/expression/vorEvaluator.h"
@@ -35,25 +36,12 @@ vorParameterPtr number(double v) {
     return vorParameterPtr(new vorParameterNumeric(SUB_NUMBER, DIM_NONE, v));
 }
 
-/// A value as the documentation shows it: arrays as "{a; b}".
-std::string shown(const vorParameterPtr& value) {
-    const vorParameterArray* array = vorParameterArray::ut_dynamic_cast(value.par());
-    if (!array)
-        return value->get_string().str();
-    std::string items;
-    for (const vorParameterPtr& element : array->elements())
-        items += (items.empty() ? "" : "; ") + shown(element);
-    return "{" + items + "}";
-}
-
 } // namespace
 
 TEST(LibStringGeometryDocs, EveryExampleGivesTheDocumentedResult) {
-    std::vector<DocExample> examples = read_doc_examples("docs/functions-string-geometry.md");
-    ASSERT_GE(examples.size(), 80u);
-    for (const DocExample& example : examples)
-        EXPECT_EQ(shown(eval(example.expression.c_str())), example.expected)
-            << "docs/functions-string-geometry.md:" << example.line << ": " << example.expression;
+    expect_doc_examples("docs/functions-string-geometry.md", 80, [](const std::string& expression) {
+        return shown(eval(expression.c_str()));
+    });
 }
 
 TEST(LibString, PositionsCountCharactersAndNeverSplitBytes) {

@@ -3,6 +3,7 @@
 
 #include "../support/doc_examples.h"
 #include "lib_test_tree.h"
+#include "shown_value.h"
 
 #include "vorparameter/expression/vorParameterError.h"
 #include "vorparameter/library/vorParameterLib.h"
@@ -67,15 +68,6 @@ vorParameterPtr call(vorParameterLibFn fn, const std::string& arg) {
     return fn(arguments({vorParameterPtr(new vorParameterString(arg))}));
 }
 
-std::string shown(const vorParameterPtr& value) {
-    if (value->type() != TYPE_ARRAY)
-        return value->get_string().str();
-    std::string items;
-    for (int i = 0; i < value->size(); ++i)
-        items += (i ? "; " : "") + shown(value[vorParameterKey(i, "")]);
-    return "{" + items + "}";
-}
-
 } // namespace
 
 TEST(LibSystemDocs, EveryExampleGivesTheDocumentedResult) {
@@ -83,11 +75,9 @@ TEST(LibSystemDocs, EveryExampleGivesTheDocumentedResult) {
     vorParameterPtr root(new vorParameterLibRoot());
     root->add("seq", eval(root, "make_sequence(1; 10; 4)"));
     root->add("last", eval(root, "make_sequence(2147483646)"));
-    std::vector<DocExample> examples = read_doc_examples("docs/functions-system.md");
-    ASSERT_GE(examples.size(), 60u);
-    for (const DocExample& example : examples)
-        EXPECT_EQ(shown(eval(root, example.expression.c_str())), example.expected)
-            << "docs/functions-system.md:" << example.line << ": " << example.expression;
+    expect_doc_examples("docs/functions-system.md", 60, [&](const std::string& expression) {
+        return shown(eval(root, expression.c_str()));
+    });
 }
 
 TEST(LibSystem, ListsAndTestsTheEntriesOfADirectory) {

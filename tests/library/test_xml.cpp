@@ -168,24 +168,6 @@ TEST(Xml, ReferencesExpandOnceRoundACycle) {
               "<map name=\"a\" type=\"map\">\n<ref name=\"to_b\" target=\"b\"/>\n</map>");
 }
 
-TEST(Xml, ContainersBelowTheDepthLimitAreMarked) {
-    vorParameterPtr top = map();
-    vorParameterPtr level = top;
-    for (int i = 0; i < vorParameter::max_tree_depth + 200; ++i)
-        level = level->add("m", map());
-    level->add("x", number(1));
-
-    ParsedXml parsed(xml_of(*top));
-    ASSERT_NE(parsed.root(), nullptr);
-    int depth = 1;
-    xmlNode* element = parsed.root();
-    for (; !xml_children(element).empty(); ++depth)
-        element = xml_children(element).at(0);
-    EXPECT_EQ(depth, vorParameter::max_tree_depth + 1);
-    EXPECT_EQ(xml_attribute(element, "truncated"), "true");
-    EXPECT_EQ(xml_attribute(parsed.root(), "truncated"), "");
-}
-
 TEST(LibStateActive, ByIndexNameOrCurrentValue) {
     vorParameterPtr root(new vorParameterLibRoot("Job"));
     vorParameterPtr flutes = root->add("flutes", number(4, DIM_NONE, SUB_INT));

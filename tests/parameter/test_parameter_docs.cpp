@@ -1,6 +1,6 @@
-// Runs the examples of docs/parameters.md: its expression examples against
-// the tree it describes, and checks that it quotes the example programs as
-// they are (the programs themselves run as ctests).
+// Runs the expression examples of docs/parameters.md against the tree it
+// describes, and checks that the README and the pages quote the example
+// programs that the test suite builds and runs (tests/examples) as they are.
 
 #include "../support/doc_examples.h"
 #include "../support/documented_tree.h"
@@ -10,20 +10,9 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
-std::string read_source_file(const std::string& relative_path) {
-    std::ifstream in(std::string(VORPARAMETER_SOURCE_DIR) + "/" + relative_path);
-    std::stringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
-} // namespace
+#include <string>
 
 TEST(ParameterDocs, ReferenceExamplesEvaluateAsDocumented) {
-    std::vector<DocExample> examples = read_doc_examples("docs/parameters.md");
-    ASSERT_GE(examples.size(), 7u);
     vorParameterPtr root = documented_tree();
     root->add("cut", vorParameterPtr(new vorParameterRef("tool.diameter")));
     root->add("holder", vorParameterPtr(new vorParameterRef("tool")));
@@ -31,16 +20,22 @@ TEST(ParameterDocs, ReferenceExamplesEvaluateAsDocumented) {
     auto* typed = new vorParameterRef("tool.name");
     typed->set_required_type(TYPE_NUMERIC);
     root->add("typed", vorParameterPtr(typed));
-    for (const DocExample& example : examples) {
-        vorParameterPtr result = vorEvaluator(root.get()).evaluate(example.expression);
-        EXPECT_EQ(result->get_string().str(), example.expected)
-            << "docs/parameters.md:" << example.line << ": " << example.expression;
-    }
+    expect_doc_examples("docs/parameters.md", 7, [&](const std::string& expression) {
+        return vorEvaluator(root.get()).evaluate(expression)->get_string().str();
+    });
 }
 
-TEST(ParameterDocs, QuotesTheExampleProgramsVerbatim) {
-    const std::string page = read_source_file("docs/parameters.md");
-    const std::string program = read_source_file("examples/on_modify.cpp");
-    ASSERT_FALSE(program.empty());
-    EXPECT_NE(page.find(program), std::string::npos);
+TEST(HostDocs, QuoteTheExampleProgramsVerbatim) {
+    const std::pair<const char*, const char*> quotes[] = {
+        {"README.md", "examples/quickstart.cpp"},
+        {"docs/parameters.md", "examples/on_modify.cpp"},
+        {"docs/errors.md", "examples/errors.cpp"},
+        {"docs/threads.md", "examples/threads.cpp"},
+    };
+    for (const auto& [page, program] : quotes) {
+        const std::string text = read_source_file(program);
+        ASSERT_FALSE(text.empty()) << program;
+        EXPECT_NE(read_source_file(page).find("```cpp\n" + text + "```"), std::string::npos)
+            << page << " does not quote " << program << " as it is";
+    }
 }

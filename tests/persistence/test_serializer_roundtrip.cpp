@@ -2,23 +2,15 @@
 // again gives the same body, and the same values.
 
 #include "../support/random_tree.h"
+#include "../support/saved_file.h"
 
 #include "vorparameter/parameter/vorParameterIter.h"
-#include "vorparameter/persistence/vorParameterOpenRoot.h"
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 
 namespace {
-
-std::string body(const vorParameterRoot& root) {
-    std::ostringstream out;
-    vorParameterSerializer serializer;
-    EXPECT_EQ(serializer.save(root, out), SERIAL_OK);
-    const std::string text = out.str();
-    return text.substr(text.find('}') + 1);
-}
 
 /// "key = value" for every active leaf, in walk order.
 std::string values(const vorParameterRoot& root) {
@@ -37,15 +29,10 @@ TEST(SerializerRoundTrip, RandomTreesComeBackUnchanged) {
         TreeMaker maker(seed);
         vorParameterOpenRoot original("machining");
         maker.fill(original, 0);
-        const std::string saved = body(original);
-
-        std::istringstream in("{\"type\":\"machining\",\"version\":\"0\",\"time\":\"0\"}" + saved);
-        vorParameterSerializer serializer;
-        vorParameterSerialError error = SERIAL_STREAM_ERROR;
-        std::unique_ptr<vorParameterOpenRoot> loaded =
-            vorParameterOpenRoot::load(in, serializer, error);
-        ASSERT_EQ(error, SERIAL_OK) << saved;
-        ASSERT_EQ(body(*loaded), saved);
+        const std::string saved = saved_body(original);
+        const std::unique_ptr<vorParameterOpenRoot> loaded =
+            open_saved(R"({"type":"machining","version":"0","time":"0"})" + saved, SERIAL_OK);
+        ASSERT_EQ(saved_body(*loaded), saved);
         EXPECT_EQ(values(*loaded), values(original)) << saved;
     }
 }

@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <climits>
 #include <string>
 #include <vector>
 
@@ -73,10 +72,6 @@ TEST(StressEnum, EmptyPiecesAndHugeTextsAreStatesOrNames) {
     EXPECT_EQ(e.get_int(), 0);
     e.set_string(utString(std::string(1 << 20, '7'))); // too big for an integer
     EXPECT_EQ(e.get_string().size(), std::size_t(1) << 20);
-    for (int far : {INT_MAX, INT_MIN, kStates}) {
-        e.set_int(far);
-        EXPECT_EQ(e.get_string(), "");
-    }
 }
 
 TEST(StressEnum, ConditionsThatReadTheirOwnEnumerationEnd) {

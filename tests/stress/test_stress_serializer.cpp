@@ -14,11 +14,12 @@ const std::string header = "{\"type\":\"job\",\"version\":\"0\",\"time\":\"0\"}\
 
 /// A file that uses every part of the grammar.
 const std::string rich_file =
-    header + "{\n\t\"a\" : \"1\",\n\t\"list\" \"LR[L]\" \"Depths \\\"mm\\\"\" : (\n\t\t\"2\",\n"
-             "\t\t\"3\"\n\t),\n\t\"gaps\" : (\n\t\t\"x\",\n\t\t,\n\t\t{\n\t\t\t\"k\" : \"v\"\n"
-             "\t\t}\n\t),\n\t\"r\" \"&\" \"\" : \"job:&a\",\n\t\"v\" \"V2I\" \"\" "
-             "\"0123456789abcdef0123456789abcdef\" : (\n\t\t\"4\",\n\t\t\"5\"\n\t),\n"
-             "\t\"e\" \"E\" \"\" : \"offset\",\n\t\"m\" : {\n\t\t\"s\" \"S\" \"\" : \"a\\\\b\"\n\t}\n}";
+    header +
+    "{\n\t\"a\" : \"1\",\n\t\"list\" \"LR[L]\" \"Depths \\\"mm\\\"\" : (\n\t\t\"2\",\n"
+    "\t\t\"3\"\n\t),\n\t\"gaps\" : (\n\t\t\"x\",\n\t\t,\n\t\t{\n\t\t\t\"k\" : \"v\"\n"
+    "\t\t}\n\t),\n\t\"r\" \"&\" \"\" : \"job:&a\",\n\t\"v\" \"V2I\" \"\" "
+    "\"0123456789abcdef0123456789abcdef\" : (\n\t\t\"4\",\n\t\t\"5\"\n\t),\n"
+    "\t\"e\" \"E\" \"\" : \"offset\",\n\t\"m\" : {\n\t\t\"s\" \"S\" \"\" : \"a\\\\b\"\n\t}\n}";
 
 vorParameterSerialError load_open(const std::string& text, std::string* saved = nullptr) {
     std::istringstream in(text);
@@ -78,12 +79,8 @@ TEST(StressSerializer, HugeValuesKeysAndCountsAreBounded) {
               SERIAL_SYNTAX_ERROR);
     EXPECT_EQ(load_open(header + "{\"v\" \"" + std::string(100000, 'L') + "I\" : ()}"),
               SERIAL_SYNTAX_ERROR);
-    // Nesting past the limit, in the header as in the body.
+    // Nesting past the limit in the header (the body's: Serializer tests).
     EXPECT_EQ(load_open(std::string(200000, '{')), SERIAL_SYNTAX_ERROR);
-    std::string deep;
-    for (int i = 0; i < 200000; ++i)
-        deep += "(";
-    EXPECT_EQ(load_open(header + "{\"d\":" + deep), SERIAL_SYNTAX_ERROR);
 }
 
 TEST(StressSerializer, DeepAndWideTreesSave) {

@@ -4,6 +4,7 @@
 #include "json_convert.h"
 
 #include "../support/random_tree.h"
+#include "../support/saved_file.h"
 
 #include "vorparameter/persistence/vorParameterOpenRoot.h"
 
@@ -12,15 +13,6 @@
 #include <sstream>
 
 namespace {
-
-/// The body of a save: the header's time differs from save to save.
-std::string body(const vorParameterRoot& root) {
-    std::ostringstream out;
-    vorParameterSerializer serializer;
-    EXPECT_EQ(serializer.save(root, out), SERIAL_OK);
-    const std::string text = out.str();
-    return text.substr(text.find("\n}") + 2);
-}
 
 std::string json_of(const vorParameterOpenRoot& root) {
     std::ostringstream out;
@@ -50,17 +42,13 @@ TEST(ToolJson, RandomTreesSurviveBothWays) {
         std::ostringstream saved;
         vorParameterSerializer serializer;
         ASSERT_EQ(serializer.save(original, saved), SERIAL_OK);
-        std::istringstream in(saved.str());
-        vorParameterSerialError result = SERIAL_STREAM_ERROR;
-        const std::unique_ptr<vorParameterOpenRoot> loaded =
-            vorParameterOpenRoot::load(in, serializer, result);
-        ASSERT_EQ(result, SERIAL_OK);
+        const std::unique_ptr<vorParameterOpenRoot> loaded = open_saved(saved.str(), SERIAL_OK);
 
         const std::string json = json_of(*loaded);
         std::string error;
         const std::unique_ptr<vorParameterOpenRoot> back = vorparam::tree_from_json(json, error);
         ASSERT_TRUE(back) << error << '\n' << json;
-        EXPECT_EQ(body(*back), body(original));
+        EXPECT_EQ(saved_body(*back), saved_body(original));
         EXPECT_EQ(back->version(), 7);
         EXPECT_EQ(json_of(*back), json);
     }
@@ -79,11 +67,12 @@ TEST(ToolJson, TheFormAsDocumented) {
     std::string error;
     const std::unique_ptr<vorParameterOpenRoot> root = vorparam::tree_from_json(json, error);
     ASSERT_TRUE(root) << error;
-    EXPECT_EQ(body(*root), "\n{\n\t\"passes\" : (\n\t\t\"1\",\n\t\t,\n\t\t\"3\"\n\t),"
-                           "\n\t\"depths\" \"LI\" \"Step depths\" : (\n\t\t\"2\"\n\t),"
-                           "\n\t\"base\" \"&\" \"\" : \"machining:&passes\","
-                           "\n\t\"lk\" \"R[L]\" \"\" \"000000000000000000000000000000ab\" : \"5\","
-                           "\n\t\"name\" : \"Flat \\\"6 mm\\\"\n\xc3\xa9\"\n}");
+    EXPECT_EQ(saved_body(*root),
+              "\n{\n\t\"passes\" : (\n\t\t\"1\",\n\t\t,\n\t\t\"3\"\n\t),"
+              "\n\t\"depths\" \"LI\" \"Step depths\" : (\n\t\t\"2\"\n\t),"
+              "\n\t\"base\" \"&\" \"\" : \"machining:&passes\","
+              "\n\t\"lk\" \"R[L]\" \"\" \"000000000000000000000000000000ab\" : \"5\","
+              "\n\t\"name\" : \"Flat \\\"6 mm\\\"\n\xc3\xa9\"\n}");
     EXPECT_TRUE(root->lookup_member(vorParameterKey("lk"))->is_locked());
 }
 
@@ -101,17 +90,12 @@ TEST(ToolJson, WordsOfAnyUnicodeTextSurvive) {
     const std::string saved = "{\"type\":\"m\\\"x\",\"version\":\"-3\",\"time\":\"0\"}"
                               "{\"\xc3\xa9\" \"S\" \"" +
                               escaped + "\" : \"" + escaped + "\"}";
-    std::istringstream in(saved);
-    vorParameterSerializer serializer;
-    vorParameterSerialError result = SERIAL_STREAM_ERROR;
-    const std::unique_ptr<vorParameterOpenRoot> root =
-        vorParameterOpenRoot::load(in, serializer, result);
-    ASSERT_EQ(result, SERIAL_OK);
+    const std::unique_ptr<vorParameterOpenRoot> root = open_saved(saved, SERIAL_OK);
     const std::string json = json_of(*root);
     std::string error;
     const std::unique_ptr<vorParameterOpenRoot> back = vorparam::tree_from_json(json, error);
     ASSERT_TRUE(back) << error << json;
-    EXPECT_EQ(body(*back), body(*root));
+    EXPECT_EQ(saved_body(*back), saved_body(*root));
     EXPECT_EQ(back->get_root_type().str(), "m\"x");
     EXPECT_EQ(back->version(), -3);
 }
@@ -176,12 +160,8 @@ TEST(ToolJson, BlocksNestAsDeepAsASavedFileAllows) {
     EXPECT_NE(refusal(nested(65)).find("nested deeper than the 64 levels"), std::string::npos);
 
     // A text JSON cannot hold: the saved form keeps bytes, JSON only UTF-8.
-    std::istringstream in(
-        "{\"type\":\"m\",\"version\":\"1\",\"time\":\"0\"}{\"t\":{\"a\":\"\xff\"}}");
-    vorParameterSerializer serializer;
-    vorParameterSerialError result = SERIAL_STREAM_ERROR;
-    const std::unique_ptr<vorParameterOpenRoot> root =
-        vorParameterOpenRoot::load(in, serializer, result);
+    const std::unique_ptr<vorParameterOpenRoot> root = open_saved(
+        "{\"type\":\"m\",\"version\":\"1\",\"time\":\"0\"}{\"t\":{\"a\":\"\xff\"}}", SERIAL_OK);
     std::ostringstream out;
     std::string error;
     EXPECT_FALSE(vorparam::write_tree_json(*root, out, error));
