@@ -71,6 +71,10 @@ KeyCache& key_cache() {
     return *cache;
 }
 
+/// How many times synonyms were added: a remembered remainder record made
+/// before the last addition may no longer be what its text stands for.
+std::uint64_t synonym_additions = 0;
+
 const vorParameterKeyImplPtr& empty_impl() {
     static const vorParameterKeyImplPtr empty = std::make_shared<const vorParameterKeyImpl>();
     return empty;
@@ -228,8 +232,23 @@ vorParameterKeyImplPtr vorParameterKeyImpl::get_index_impl(long long index) {
 void vorParameterKeyImpl::initialize_synonyms(const utStringutStringcoTable& table) {
     for (const auto& [synonym, replacement] : table)
         key_cache().insert(synonym, get_impl(replacement), true);
+    ++synonym_additions;
     // A name may now be looked up as another.
     vorTreeGeneration::advance();
+}
+
+vorParameterKeyImplPtr vorParameterKeyImpl::remainder_impl() const {
+    if (m_rest_synonyms == synonym_additions)
+        if (vorParameterKeyImplPtr rest = m_rest.lock())
+            return rest;
+    vorParameterKeyImplPtr rest = get_impl(m_remainder);
+    // Only a record that the cache keeps is remembered: a text that is parsed
+    // anew each time must keep giving a record of its own.
+    if (rest->type() == TYPE_MAP && m_remainder.size() <= max_cached_length) {
+        m_rest = rest;
+        m_rest_synonyms = synonym_additions;
+    }
+    return rest;
 }
 
 const utString& vorParameterKeyImpl::str() const {
@@ -292,7 +311,7 @@ vorParameterKey vorParameterKey::first_key() const {
 }
 
 vorParameterKey vorParameterKey::remainder() const {
-    return vorParameterKey(vorParameterKeyImpl::get_impl(remainder_str()));
+    return vorParameterKey(m_impl->remainder_impl());
 }
 
 vorParameterKey vorParameterKey::parent() const {

@@ -9,6 +9,7 @@
 #include "vorparameter/platform/vorStringUtils.h"
 
 #include <algorithm>
+#include <typeinfo>
 
 #include <vector>
 
@@ -160,20 +161,38 @@ vorParameterPtr vorParameterMap::keys_list() const {
     return vorParameterList::of_strings(names);
 }
 
-vorParameterPtr vorParameterMap::lookup(const vorParameterKey& key, bool as_const) const {
-    vorParameterPtr result;
-    if (key.type() == TYPE_MAP) {
-        if (key.first().view() == std::string_view("_keys")) {
-            result = keys_list();
-        } else if (const vorParameterPtr* member = find_member(key.impl())) {
-            if (key.remainder_str().empty())
-                result = *member;
-            else if (as_const)
-                result = static_cast<const vorParameter&>(**member)[key.remainder()];
-            else
-                result = (**member)[key.remainder()];
+vorParameterPtr vorParameterMap::find_path(const vorParameterKey& key, bool as_const) const {
+    // A member that is a plain map would run this very lookup on the
+    // remainder and apply the same final checks, so the walk descends into it
+    // here without a handle or key for each level; any other member looks the
+    // remainder up itself.
+    const vorParameterMap* map = this;
+    const vorParameterKeyImpl* path = &key.impl();
+    vorParameterKeyImplPtr held_path;
+    for (;;) {
+        if (path->type() != TYPE_MAP)
+            return vorParameterPtr();
+        if (path->first().view() == std::string_view("_keys"))
+            return map->keys_list();
+        const vorParameterPtr* member = map->find_member(*path);
+        if (!member)
+            return vorParameterPtr();
+        if (path->remainder().empty())
+            return *member;
+        vorParameterKeyImplPtr rest = path->remainder_impl();
+        vorParameter& node = **member;
+        if (typeid(node) != typeid(vorParameterMap)) {
+            const vorParameterKey rest_key(std::move(rest));
+            return as_const ? static_cast<const vorParameter&>(node)[rest_key] : node[rest_key];
         }
+        map = static_cast<const vorParameterMap*>(&node);
+        held_path = std::move(rest);
+        path = held_path.get();
     }
+}
+
+vorParameterPtr vorParameterMap::lookup(const vorParameterKey& key, bool as_const) const {
+    const vorParameterPtr result = find_path(key, as_const);
     if (result.is_null() || (!result->is_ref() && result->is_error()))
         return vorParameterError::create(ERR_INVALID_NAME);
     if (vorEvalFunction::functions_only() && result->type() != TYPE_FUNCTION)

@@ -77,6 +77,9 @@ protected:
     /// One line per member: tabs, name, ": " and the member's own print.
     utString print_members(int indent) const;
     vorParameterPtr lookup(const vorParameterKey& key, bool as_const) const;
+    /// What `key` names below this map before lookup's checks: null when no
+    /// member matches.
+    vorParameterPtr find_path(const vorParameterKey& key, bool as_const) const;
     vorParameterPtr keys_list() const;
 
 private:
