@@ -117,7 +117,7 @@ void vorParameterMap::copy_value_from(const vorParameter& source) {
 }
 
 const vorParameterPtr* vorParameterMap::find_member(const vorParameterKeyImpl& key) const {
-    if (const vorParameterPtr* exact = m_members.find(key.first()))
+    if (const vorParameterPtr* exact = m_members.find(key.first(), key.first_hash()))
         return exact;
     const utString* name = other_case_name(key.first_lower());
     return name ? m_members.find(*name) : nullptr;
@@ -192,7 +192,7 @@ vorParameterPtr vorParameterMap::find_path(const vorParameterKey& key, bool as_c
 }
 
 vorParameterPtr vorParameterMap::lookup(const vorParameterKey& key, bool as_const) const {
-    const vorParameterPtr result = find_path(key, as_const);
+    vorParameterPtr result = find_path(key, as_const);
     if (result.is_null() || (!result->is_ref() && result->is_error()))
         return vorParameterError::create(ERR_INVALID_NAME);
     if (vorEvalFunction::functions_only() && result->type() != TYPE_FUNCTION)

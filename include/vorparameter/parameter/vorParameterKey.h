@@ -62,12 +62,16 @@ public:
     const utString& last() const;
     /// The first component in lower case (cached), for case-insensitive lookup.
     const utString& first_lower() const;
+    /// std::hash of first(), computed with the parse: tables of names look a
+    /// parsed path up without hashing it again.
+    std::size_t first_hash() const { return m_first_hash; }
     /// The first component as an integer; false unless it is a whole integer
     /// within the range of int.
     bool index(int& out) const;
 
     explicit vorParameterKeyImpl(const utString& text);
-    vorParameterKeyImpl() = default;
+    vorParameterKeyImpl()
+        : m_first_hash(std::hash<utString>()(m_first)) {}
 
 private:
     void parse(const utString& text);
@@ -75,6 +79,7 @@ private:
     vorParameterType m_type = TYPE_ERROR;
     utString m_first;
     utString m_remainder;
+    std::size_t m_first_hash = 0;
     mutable std::unique_ptr<utString> m_str;
     mutable std::unique_ptr<utString> m_last;
     mutable std::unique_ptr<utString> m_first_lower;
