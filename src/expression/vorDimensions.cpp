@@ -7,6 +7,8 @@
 
 namespace {
 
+static_assert(vorDimensions::max_exponent <= INT8_MAX, "an exponent is kept in one byte");
+
 bool fits_int(std::int64_t value) {
     return value >= -vorDimensions::max_exponent && value <= vorDimensions::max_exponent;
 }
@@ -156,9 +158,9 @@ void vorDimensions::set_dimensions(int mass, int length, int time) {
         return;
     }
     m_invalid = 0;
-    m_M = mass;
-    m_L = length;
-    m_T = time;
+    m_M = static_cast<std::int8_t>(mass);
+    m_L = static_cast<std::int8_t>(length);
+    m_T = static_cast<std::int8_t>(time);
 }
 
 void vorDimensions::set_invalid() {

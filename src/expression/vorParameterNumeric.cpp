@@ -109,8 +109,21 @@ vorParameterNumeric::vorParameterNumeric(vorParameterSubType subtype, const vorD
     , m_dim(dim)
     // The exact text of a finite number reads back to that very number, so
     // the cache can be filled without parsing it.
-    , m_literal(std::isfinite(value))
-    , m_cache(m_literal ? value : empty_cache) {}
+    , m_cache(std::isfinite(value) ? value : empty_cache)
+    , m_literal(std::isfinite(value)) {}
+
+vorParameterNumeric::vorParameterNumeric(const vorParameterNumeric& other)
+    : vorParameterScalar(other)
+    , m_subtype(other.m_subtype)
+    , m_dim(other.m_dim)
+    , m_cache(other.m_cache)
+    , m_range(other.m_range ? std::make_unique<const vorRange>(*other.m_range) : nullptr)
+    , m_literal(other.m_literal) {}
+
+const vorRange& vorParameterNumeric::get_range() const {
+    static const vorRange none;
+    return m_range ? *m_range : none;
+}
 
 vorParameterPtr vorParameterNumeric::create_bool(int truth) {
     return vorParameterPtr(new vorParameterNumeric(SUB_BOOL, DIM_NONE, truth ? 1.0 : 0.0));
@@ -175,7 +188,7 @@ vorParameterPtr vorParameterNumeric::read_number(double& value) const {
     onread_callback();
     vorParameterPtr failure = evaluate_number(value);
     if (failure.is_null())
-        m_range.clamp(value);
+        get_range().clamp(value);
     return failure;
 }
 
@@ -188,7 +201,7 @@ bool vorParameterNumeric::get_cached_evaluation(double& value) const {
     return m_cache != empty_cache;
 }
 
-double vorParameterNumeric::get_double() const {
+double vorParameterNumeric::read_double() const {
     double value = 0.0;
     read_number(value);
     return value;
@@ -238,10 +251,11 @@ bool vorParameterNumeric::is_valid() const {
 }
 
 bool vorParameterNumeric::check_range() const {
-    if (!m_range.is_set())
+    const vorRange& range = get_range();
+    if (!range.is_set())
         return true;
     double value = 0.0;
-    return get_evaluated_double(value) && !m_range.clamp(value);
+    return get_evaluated_double(value) && !range.clamp(value);
 }
 
 bool vorParameterNumeric::is_equal(const vorParameter& other) const {

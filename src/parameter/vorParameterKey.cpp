@@ -9,7 +9,7 @@
 
 #include <algorithm>
 #include <climits>
-#include <unordered_map>
+#include <vector>
 
 namespace {
 
@@ -28,15 +28,17 @@ public:
     static constexpr std::size_t max_bytes = 16 << 20;
 
     const vorParameterKeyImplPtr* find(const utString& text) const {
-        auto found = m_entries.find(text);
-        return found == m_entries.end() ? nullptr : &found->second.impl;
+        const Entry* found = m_entries.find(text);
+        return found ? &found->impl : nullptr;
     }
 
     void insert(const utString& text, vorParameterKeyImplPtr impl, bool pinned = false) {
-        auto [entry, added] = m_entries.try_emplace(text);
-        if (added)
+        if (Entry* existing = m_entries.find(text)) {
+            *existing = Entry{std::move(impl), pinned || existing->pinned};
+        } else {
+            m_entries.set(text, Entry{std::move(impl), pinned});
             m_bytes += text.size();
-        entry->second = Entry{std::move(impl), pinned || entry->second.pinned};
+        }
         if (m_entries.size() > m_entry_threshold || m_bytes > m_byte_threshold)
             sweep();
     }
@@ -48,19 +50,21 @@ private:
     };
 
     void sweep() {
-        for (auto entry = m_entries.begin(); entry != m_entries.end();) {
-            if (!entry->second.pinned && entry->second.impl.use_count() == 1) {
-                m_bytes -= entry->first.size();
-                entry = m_entries.erase(entry);
-            } else {
-                ++entry;
-            }
+        std::vector<utString> unused;
+        for (const auto& [text, entry] : m_entries)
+            if (!entry.pinned && entry.impl.use_count() == 1)
+                unused.push_back(text);
+        for (const utString& text : unused) {
+            m_bytes -= text.size();
+            m_entries.erase(text);
         }
         m_entry_threshold = std::max(max_entries, 2 * m_entries.size());
         m_byte_threshold = std::max(max_bytes, 2 * m_bytes);
     }
 
-    std::unordered_map<utString, Entry> m_entries;
+    // An insertion-ordered table probes without a division and compares
+    // stored hashes before texts: a lookup costs little beside the hash.
+    coTable<utString, Entry> m_entries;
     std::size_t m_bytes = 0;
     std::size_t m_entry_threshold = max_entries;
     std::size_t m_byte_threshold = max_bytes;
@@ -70,6 +74,10 @@ KeyCache& key_cache() {
     static KeyCache* cache = new KeyCache(); // lives until the process ends
     return *cache;
 }
+
+/// How many times synonyms were added: a remembered remainder record made
+/// before the last addition may no longer be what its text stands for.
+std::uint64_t synonym_additions = 0;
 
 const vorParameterKeyImplPtr& empty_impl() {
     static const vorParameterKeyImplPtr empty = std::make_shared<const vorParameterKeyImpl>();
@@ -89,6 +97,7 @@ utString utf8(const vorWideString& wide, std::size_t from, std::size_t to) {
 
 vorParameterKeyImpl::vorParameterKeyImpl(const utString& text) {
     parse(text);
+    m_first_hash = std::hash<utString>()(m_first);
 }
 
 // A path is at most this long and has at most this many separators; longer
@@ -222,14 +231,30 @@ vorParameterKeyImplPtr vorParameterKeyImpl::get_index_impl(long long index) {
     auto impl = std::make_shared<vorParameterKeyImpl>();
     impl->m_type = TYPE_ARRAY;
     impl->m_first = utString(std::to_string(index));
+    impl->m_first_hash = std::hash<utString>()(impl->m_first);
     return impl;
 }
 
 void vorParameterKeyImpl::initialize_synonyms(const utStringutStringcoTable& table) {
     for (const auto& [synonym, replacement] : table)
         key_cache().insert(synonym, get_impl(replacement), true);
+    ++synonym_additions;
     // A name may now be looked up as another.
     vorTreeGeneration::advance();
+}
+
+vorParameterKeyImplPtr vorParameterKeyImpl::remainder_impl() const {
+    if (m_rest_synonyms == synonym_additions)
+        if (vorParameterKeyImplPtr rest = m_rest.lock())
+            return rest;
+    vorParameterKeyImplPtr rest = get_impl(m_remainder);
+    // Only a record that the cache keeps is remembered: a text that is parsed
+    // anew each time must keep giving a record of its own.
+    if (rest->type() == TYPE_MAP && m_remainder.size() <= max_cached_length) {
+        m_rest = rest;
+        m_rest_synonyms = synonym_additions;
+    }
+    return rest;
 }
 
 const utString& vorParameterKeyImpl::str() const {
@@ -292,7 +317,7 @@ vorParameterKey vorParameterKey::first_key() const {
 }
 
 vorParameterKey vorParameterKey::remainder() const {
-    return vorParameterKey(vorParameterKeyImpl::get_impl(remainder_str()));
+    return vorParameterKey(m_impl->remainder_impl());
 }
 
 vorParameterKey vorParameterKey::parent() const {

@@ -9,6 +9,7 @@
 #include "vorparameter/platform/vorStringUtils.h"
 
 #include <algorithm>
+#include <typeinfo>
 
 #include <vector>
 
@@ -22,7 +23,7 @@ vorParameterMap::vorParameterMap(const vorParameterMap& other)
     , m_typename(other.m_typename) {
     // The members are shared for a moment, then cloned without recursion.
     m_members = other.m_members;
-    m_lower_index = other.m_lower_index;
+    m_other_case = other.m_other_case;
     clone_members_of(*this);
 }
 
@@ -36,7 +37,7 @@ void vorParameterMap::clone_members() {
 void vorParameterMap::release_members() {
     vorParameterMap::unlink_all();
     m_members.clear();
-    m_lower_index.clear();
+    m_other_case.clear();
 }
 
 vorParameterMap& vorParameterMap::operator=(const vorParameterMap& other) {
@@ -46,7 +47,7 @@ vorParameterMap& vorParameterMap::operator=(const vorParameterMap& other) {
     remove_all();
     vorParameter::operator=(other);
     m_members = std::move(copy.m_members);
-    m_lower_index = std::move(copy.m_lower_index);
+    m_other_case = std::move(copy.m_other_case);
     for (const auto& member : m_members)
         link_par(member.second);
     m_fixed = other.m_fixed;
@@ -116,10 +117,40 @@ void vorParameterMap::copy_value_from(const vorParameter& source) {
 }
 
 const vorParameterPtr* vorParameterMap::find_member(const vorParameterKeyImpl& key) const {
-    if (const vorParameterPtr* exact = m_members.find(key.first()))
+    if (const vorParameterPtr* exact = m_members.find(key.first(), key.first_hash()))
         return exact;
-    const utString* exact = m_lower_index.find(key.first_lower());
-    return exact ? m_members.find(*exact) : nullptr;
+    const utString* name = other_case_name(key.first_lower());
+    return name ? m_members.find(*name) : nullptr;
+}
+
+const utString* vorParameterMap::other_case_name(const utString& lower) const {
+    if (const utString* indexed = m_other_case.find(lower))
+        return indexed->is_invalid() ? nullptr : indexed;
+    return &lower;
+}
+
+void vorParameterMap::index_letter_case(const utString& name, const utString& lower) {
+    if (name == lower)
+        m_other_case.erase(lower);
+    else
+        m_other_case.set(lower, name);
+}
+
+void vorParameterMap::unindex_letter_case(const utString& name) {
+    const utString lower = vordowncase(name.view());
+    const utString* indexed = m_other_case.find(lower);
+    if (!indexed)
+        return;
+    if (name == lower) {
+        // The mark that a member of this spelling finds nothing goes with it.
+        if (indexed->is_invalid())
+            m_other_case.erase(lower);
+    } else if (!indexed->is_invalid() && *indexed == name) {
+        if (m_members.contains(lower))
+            m_other_case.set(lower, utString::invalid());
+        else
+            m_other_case.erase(lower);
+    }
 }
 
 vorParameterPtr vorParameterMap::keys_list() const {
@@ -130,20 +161,38 @@ vorParameterPtr vorParameterMap::keys_list() const {
     return vorParameterList::of_strings(names);
 }
 
-vorParameterPtr vorParameterMap::lookup(const vorParameterKey& key, bool as_const) const {
-    vorParameterPtr result;
-    if (key.type() == TYPE_MAP) {
-        if (key.first() == "_keys") {
-            result = keys_list();
-        } else if (const vorParameterPtr* member = find_member(key.impl())) {
-            if (key.remainder_str().empty())
-                result = *member;
-            else if (as_const)
-                result = static_cast<const vorParameter&>(**member)[key.remainder()];
-            else
-                result = (**member)[key.remainder()];
+vorParameterPtr vorParameterMap::find_path(const vorParameterKey& key, bool as_const) const {
+    // A member that is a plain map would run this very lookup on the
+    // remainder and apply the same final checks, so the walk descends into it
+    // here without a handle or key for each level; any other member looks the
+    // remainder up itself.
+    const vorParameterMap* map = this;
+    const vorParameterKeyImpl* path = &key.impl();
+    vorParameterKeyImplPtr held_path;
+    for (;;) {
+        if (path->type() != TYPE_MAP)
+            return vorParameterPtr();
+        if (path->first().view() == std::string_view("_keys"))
+            return map->keys_list();
+        const vorParameterPtr* member = map->find_member(*path);
+        if (!member)
+            return vorParameterPtr();
+        if (path->remainder().empty())
+            return *member;
+        vorParameterKeyImplPtr rest = path->remainder_impl();
+        vorParameter& node = **member;
+        if (typeid(node) != typeid(vorParameterMap)) {
+            const vorParameterKey rest_key(std::move(rest));
+            return as_const ? static_cast<const vorParameter&>(node)[rest_key] : node[rest_key];
         }
+        map = static_cast<const vorParameterMap*>(&node);
+        held_path = std::move(rest);
+        path = held_path.get();
     }
+}
+
+vorParameterPtr vorParameterMap::lookup(const vorParameterKey& key, bool as_const) const {
+    vorParameterPtr result = find_path(key, as_const);
     if (result.is_null() || (!result->is_ref() && result->is_error()))
         return vorParameterError::create(ERR_INVALID_NAME);
     if (vorEvalFunction::functions_only() && result->type() != TYPE_FUNCTION)
@@ -177,7 +226,7 @@ vorParameterPtr vorParameterMap::add(const vorParameterKey& key, vorParameterPtr
 
     link_par(par);
     m_members.set(key.first(), par);
-    m_lower_index.set(key.impl().first_lower(), key.first());
+    index_letter_case(key.first(), key.impl().first_lower());
     par->set_name(key.str());
     return par;
 }
@@ -191,25 +240,23 @@ vorParameterPtr vorParameterMap::remove(const vorParameterKey& key) {
     if (!member)
         return vorParameterError::create(ERR_INVALID_NAME);
     vorParameterPtr removed = *member;
-    // The member's exact name: the key's own, or the one the lower-case index
-    // gave find_member.
-    const utString name = m_members.contains(key.first())
-                              ? key.first()
-                              : *m_lower_index.find(key.impl().first_lower());
+    // The member's exact name: the key's own, or the one the letter-case
+    // index gave find_member.
+    const utString name =
+        m_members.contains(key.first()) ? key.first() : *other_case_name(key.impl().first_lower());
     unlink_par(removed);
     m_members.erase(name);
-    // The lower-case entry goes only when it names this member: after a
-    // reference was replaced, two members may differ in letter case alone.
-    const utString lower = vordowncase(name.view());
-    if (const utString* indexed = m_lower_index.find(lower); indexed && *indexed == name)
-        m_lower_index.erase(lower);
+    // After a reference was replaced, two members may differ in letter case
+    // alone; the other one is not found in another case until it is added
+    // again.
+    unindex_letter_case(name);
     return removed;
 }
 
 void vorParameterMap::remove_all() {
     unlink_all();
     m_members.clear();
-    m_lower_index.clear();
+    m_other_case.clear();
 }
 
 void vorParameterMap::unlink_all() {

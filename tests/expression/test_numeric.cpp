@@ -103,6 +103,25 @@ TEST(Numeric, RangeClampsReadsAndIsIgnoredWhenMalformed) {
     }
 }
 
+TEST(Numeric, LiteralReadsStillRunCallbacksAndCopiesKeepTheirOwnRange) {
+    static int reads = 0;
+    vorParameterNumeric n(SUB_REAL, DIM_NONE, 12);
+    n.set_onread_callback([](const vorParameter*) { ++reads; });
+    reads = 0;
+    EXPECT_EQ(n.get_double(), 12.0);
+    EXPECT_EQ(n.get_double(), 12.0);
+    EXPECT_EQ(reads, 2) << "a literal runs its on-read callback on every read";
+    n.set_onread_callback(nullptr);
+
+    n.set_range(vorRange(1, 10));
+    vorParameterNumeric copy(n);
+    n.set_range(vorRange(20, 30));
+    EXPECT_EQ(copy.get_double(), 10.0);
+    EXPECT_EQ(copy.get_range().high(), 10.0);
+    EXPECT_EQ(n.get_double(), 20.0);
+    EXPECT_EQ(vorParameterNumeric(SUB_REAL, DIM_NONE, 1).get_range().low(), vorRange::no_bound);
+}
+
 TEST(Numeric, SettersHonourTheLockAndNotify) {
     vorParameterNumeric n(SUB_REAL, DIM_NONE, 1);
     n.set_onmodify_callback(count_modification);

@@ -72,6 +72,27 @@ TEST(Key, NameKeysShareOneRecordIndexKeysNever) {
     EXPECT_TRUE(vorParameterKey("dia") == vorParameterKey("diameter"));
 }
 
+TEST(Key, RemaindersAreSharedExactlyLikeKeysOfTheirText) {
+    vorParameterKey path("holder.remainder_probe");
+    const vorParameterKey rest = path.remainder();
+    EXPECT_TRUE(rest == vorParameterKey("remainder_probe"));
+    EXPECT_TRUE(path.remainder() == rest);
+
+    utStringutStringcoTable synonyms;
+    synonyms.set("remainder_probe", "probe_target");
+    vorParameterKeyImpl::initialize_synonyms(synonyms);
+    EXPECT_EQ(path.remainder().str(), "probe_target") << "a synonym added later applies too";
+    EXPECT_TRUE(path.remainder() == vorParameterKey("probe_target"));
+
+    vorParameterKey indexed("list[2]");
+    const vorParameterKey index_rest = indexed.remainder();
+    EXPECT_FALSE(indexed.remainder() == index_rest) << "index keys never share a record";
+    vorParameterKey long_rest{utString("a." + std::string(5000, 'n'))};
+    const vorParameterKey uncached = long_rest.remainder();
+    EXPECT_EQ(uncached.type(), TYPE_MAP);
+    EXPECT_FALSE(long_rest.remainder() == uncached) << "nor names too long for the cache";
+}
+
 TEST(Key, HugeAndDeepPathsAreMalformedNotSlow) {
     std::string huge(1 << 20, 'a');
     vorParameterKey big{utString(huge)};

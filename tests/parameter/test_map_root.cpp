@@ -4,6 +4,7 @@
 #include "vorparameter/expression/vorParameterError.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
 #include "vorparameter/expression/vorParameterString.h"
+#include "vorparameter/parameter/vorParameterRef.h"
 #include "vorparameter/parameter/vorParameterRoot.h"
 
 #include <gtest/gtest.h>
@@ -34,6 +35,32 @@ TEST(Map, LooksNamesUpCaseInsensitivelyExactFirst) {
     vorParameterPtr exact = map.add("depth", number(3));
     EXPECT_EQ(exact.get(), depth.get()) << "add finds the existing member, any case";
     EXPECT_EQ(map.size(), 2);
+}
+
+TEST(Map, MembersDifferingInLetterCaseAloneAfterReplacingAReference) {
+    vorParameterMap map;
+    map.add("target", number(1));
+    vorParameterPtr reference = map.add("ab", vorParameterPtr(new vorParameterRef("target")));
+    vorParameterPtr upper = map.add("Ab", number(2));
+    EXPECT_EQ(map.size(), 3) << "a reference found in another case does not stop the add";
+    EXPECT_EQ(map["ab"].get(), reference.get());
+    EXPECT_EQ(map["AB"].get(), upper.get()) << "other cases find the member added last";
+
+    map.remove("Ab");
+    EXPECT_EQ(map["ab"].get(), reference.get());
+    EXPECT_EQ(map["AB"]->subtype(), ERR_INVALID_NAME)
+        << "removing the member other cases found leaves them finding nothing";
+
+    vorParameterPtr capitals = map.add("AB", number(3));
+    EXPECT_EQ(map["aB"].get(), capitals.get());
+    map.remove("ab");
+    EXPECT_EQ(map["aB"].get(), capitals.get());
+    map.remove("aB");
+    vorParameterPtr lower = map.add("ab", number(4));
+    EXPECT_EQ(map["AB"].get(), lower.get());
+
+    vorParameterPtr copy = vorParameterPtr(new vorParameterMap(map));
+    EXPECT_EQ(copy["aB"]->get_double(), 4.0) << "copies keep the letter-case index";
 }
 
 TEST(Map, PathsDescendAndErrorsBecomeInvalidName) {

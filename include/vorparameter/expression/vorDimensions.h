@@ -113,10 +113,12 @@ private:
     // Exponents combined in 64 bits; invalid when any falls outside int.
     static vorDimensions checked(std::int64_t mass, std::int64_t length, std::int64_t time);
 
-    std::int32_t m_invalid = 1;
-    std::int32_t m_M = 0;
-    std::int32_t m_L = 0;
-    std::int32_t m_T = 0;
+    // Every number carries a dimension, so it is kept small: exponents never
+    // exceed max_exponent in magnitude, which one byte holds.
+    std::int8_t m_invalid = 1;
+    std::int8_t m_M = 0;
+    std::int8_t m_L = 0;
+    std::int8_t m_T = 0;
 };
 
 #endif // VORPARAMETER_EXPRESSION_VORDIMENSIONS_H

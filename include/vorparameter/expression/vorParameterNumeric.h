@@ -30,6 +30,7 @@
 #include "vorparameter/expression/vorRange.h"
 
 #include <limits>
+#include <memory>
 
 class VOR_API vorParameterNumeric : public vorParameterScalar {
     UT_DECLARE_TYPE(vorParameterNumeric, vorParameter)
@@ -40,7 +41,7 @@ public:
     /// as "nan", "inf" and "-inf", which are no numbers: such a parameter
     /// reads as 0.0.
     vorParameterNumeric(vorParameterSubType subtype, const vorDimensions& dim, double value);
-    vorParameterNumeric(const vorParameterNumeric& other) = default;
+    vorParameterNumeric(const vorParameterNumeric& other);
 
     /// A dimensionless SUB_BOOL numeric: 1 when `truth` is non-zero, else 0.
     static vorParameterPtr create_bool(int truth);
@@ -58,8 +59,14 @@ public:
     utString print(int indent) const override;
 
     /// Runs the on-read callback, evaluates and moves the value into the
-    /// range; 0.0 when the value is no number.
-    double get_double() const override;
+    /// range; 0.0 when the value is no number. A parsed literal without an
+    /// on-read callback or a range, the common case, answers from the cache
+    /// in a few inlined tests.
+    double get_double() const override {
+        if (m_literal && m_cache != empty_cache && !has_onread_callback() && !m_range)
+            return m_cache;
+        return read_double();
+    }
     /// get_double() rounded to the nearest integer, halves away from zero
     /// (2.5 gives 3, -2.5 gives -3). Values beyond the range of int give
     /// INT_MIN or INT_MAX; NaN gives 0.
@@ -90,8 +97,9 @@ public:
     vorParameterPtr operate_postfix(const utString& op) const override;
 
     const vorDimensions& get_dim() const { return m_dim; }
-    const vorRange& get_range() const { return m_range; }
-    void set_range(const vorRange& range) { m_range = range; }
+    /// The range last set; without one, the range that is not set.
+    const vorRange& get_range() const;
+    void set_range(const vorRange& range) { m_range = std::make_unique<const vorRange>(range); }
 
     /// Evaluates the value: a literal answers from the cache (parsing its text
     /// when the cache is empty), an expression is evaluated anew. False, with
@@ -139,16 +147,21 @@ private:
     /// What get_double reads: the on-read callback, the evaluated value and
     /// the range. Failures as for evaluate_number.
     vorParameterPtr read_number(double& value) const;
+    /// read_number's value, or 0.0: get_double past its fast path.
+    double read_double() const;
     /// read_number for an operand of an operator: an error passes through,
     /// any other value that is no number is ERR_TYPE.
     vorParameterPtr read_operand(double& value) const;
 
+    // Every number of a tree carries these, so they are laid out without
+    // padding and the rarely set range lives apart.
     vorParameterSubType m_subtype;
     vorDimensions m_dim;
-    vorRange m_range;
+    mutable double m_cache = empty_cache;
+    /// Null until a range is set.
+    std::unique_ptr<const vorRange> m_range;
     /// The text is a plain number; set with the text.
     bool m_literal = false;
-    mutable double m_cache = empty_cache;
 };
 
 #endif // VORPARAMETER_EXPRESSION_VORPARAMETERNUMERIC_H

@@ -254,6 +254,9 @@ public:
     void onmodify_callback();
     void call_onmodify();
     void onread_callback() const;
+    /// True when an on-read function is set: readers may skip
+    /// onread_callback() when it is not.
+    bool has_onread_callback() const { return m_onread != nullptr; }
     void teardown_callbacks();
     const vorParameterPtrcoDList& get_dependencies() const;
     const vorParameterPtrcoDList& get_callbacks() const;

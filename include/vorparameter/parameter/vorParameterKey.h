@@ -31,6 +31,7 @@
 #include "vorparameter/platform/utString.h"
 #include "vorparameter/platform/vorExport.h"
 
+#include <cstdint>
 #include <memory>
 
 class vorParameterKeyImpl;
@@ -53,16 +54,24 @@ public:
     vorParameterType type() const { return m_type; }
     const utString& first() const { return m_first; }
     const utString& remainder() const { return m_remainder; }
+    /// The record of the remainder, as get_impl(remainder()) gives it. A
+    /// cached record is remembered (without keeping it alive), so that walking
+    /// a path looks each remainder up in the cache once.
+    vorParameterKeyImplPtr remainder_impl() const;
     const utString& str() const;
     const utString& last() const;
     /// The first component in lower case (cached), for case-insensitive lookup.
     const utString& first_lower() const;
+    /// std::hash of first(), computed with the parse: tables of names look a
+    /// parsed path up without hashing it again.
+    std::size_t first_hash() const { return m_first_hash; }
     /// The first component as an integer; false unless it is a whole integer
     /// within the range of int.
     bool index(int& out) const;
 
     explicit vorParameterKeyImpl(const utString& text);
-    vorParameterKeyImpl() = default;
+    vorParameterKeyImpl()
+        : m_first_hash(std::hash<utString>()(m_first)) {}
 
 private:
     void parse(const utString& text);
@@ -70,9 +79,14 @@ private:
     vorParameterType m_type = TYPE_ERROR;
     utString m_first;
     utString m_remainder;
+    std::size_t m_first_hash = 0;
     mutable std::unique_ptr<utString> m_str;
     mutable std::unique_ptr<utString> m_last;
     mutable std::unique_ptr<utString> m_first_lower;
+    /// remainder_impl's answer, valid while the synonyms are those of
+    /// m_rest_synonyms (new synonyms may change what a text stands for).
+    mutable std::weak_ptr<const vorParameterKeyImpl> m_rest;
+    mutable std::uint64_t m_rest_synonyms = 0;
 };
 
 class VOR_API vorParameterKey {

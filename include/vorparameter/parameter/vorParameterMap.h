@@ -77,12 +77,30 @@ protected:
     /// One line per member: tabs, name, ": " and the member's own print.
     utString print_members(int indent) const;
     vorParameterPtr lookup(const vorParameterKey& key, bool as_const) const;
+    /// What `key` names below this map before lookup's checks: null when no
+    /// member matches.
+    vorParameterPtr find_path(const vorParameterKey& key, bool as_const) const;
     vorParameterPtr keys_list() const;
 
 private:
+    /// The exact name that a lookup of `lower` in another letter case finds:
+    /// the indexed name, `lower` itself when the index has none, or null.
+    const utString* other_case_name(const utString& lower) const;
+    /// Makes lookups of `name` in any letter case find it.
+    void index_letter_case(const utString& name, const utString& lower);
+    /// Called after `name` was removed: lookups in another letter case that
+    /// found it now find nothing.
+    void unindex_letter_case(const utString& name);
+
     Members m_members;
-    /// Lower-case name to exact name, for lookups in any letter case.
-    coTable<utString, utString> m_lower_index;
+    /// Lower-case name to the exact name that lookups in another letter case
+    /// find (the member last added under that lower-case name). Names are
+    /// nearly always written in lower case, so a name that finds the member
+    /// spelt exactly like its lower-case form has no entry, and a plain map
+    /// carries no index at all. An invalid exact name marks a lower-case name
+    /// that finds nothing although a member of that spelling exists: the
+    /// member it found last was removed.
+    coTable<utString, utString> m_other_case;
     int m_fixed = 1;
     int m_copy_active_expr = 0;
     vorParameterSubType m_subtype = SUB_MAP;

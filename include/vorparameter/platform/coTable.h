@@ -98,19 +98,21 @@ public:
     const_iterator end() const { return const_iterator(m_slots.end(), m_slots.end()); }
 
     /// The item of `key`, or null.
-    const Item* find(const Key& key) const {
-        const std::size_t bucket = find_bucket(key);
+    const Item* find(const Key& key) const { return find(key, Hash()(key)); }
+    /// The same for a caller that already has the key's Hash() value.
+    const Item* find(const Key& key, std::size_t key_hash) const {
+        const std::size_t bucket = find_bucket(key, key_hash);
         return bucket == npos ? nullptr : &*m_slots[m_buckets[bucket].slot];
     }
     Item* find(const Key& key) {
-        const std::size_t bucket = find_bucket(key);
+        const std::size_t bucket = find_bucket(key, Hash()(key));
         return bucket == npos ? nullptr : &*m_slots[m_buckets[bucket].slot];
     }
 
     /// Appends `item`, whose key must not be in the table yet.
     Item& insert_new(Item item) {
         grow_index_for(m_live + 1);
-        const std::size_t hash = hash_of(KeyOf()(item));
+        const std::size_t hash = mixed(Hash()(KeyOf()(item)));
         place({m_slots.size(), hash});
         m_slots.emplace_back(std::move(item));
         ++m_live;
@@ -119,7 +121,7 @@ public:
 
     /// Removes the item of `key`; false when there is none.
     bool erase(const Key& key) {
-        const std::size_t bucket = find_bucket(key);
+        const std::size_t bucket = find_bucket(key, Hash()(key));
         if (bucket == npos)
             return false;
         m_slots[m_buckets[bucket].slot].reset();
@@ -162,10 +164,10 @@ private:
         std::size_t hash = 0;
     };
 
-    /// The key's hash, mixed so that keys with regular low bits (pointers,
+    /// A key's hash, mixed so that keys with regular low bits (pointers,
     /// small integers) still spread over the buckets.
-    static std::size_t hash_of(const Key& key) {
-        std::uint64_t h = Hash()(key);
+    static std::size_t mixed(std::size_t key_hash) {
+        std::uint64_t h = key_hash;
         h ^= h >> 33;
         h *= 0xff51afd7ed558ccdULL;
         h ^= h >> 33;
@@ -174,10 +176,10 @@ private:
 
     std::size_t mask() const { return m_buckets.size() - 1; }
 
-    std::size_t find_bucket(const Key& key) const {
+    std::size_t find_bucket(const Key& key, std::size_t key_hash) const {
         if (m_live == 0)
             return npos;
-        const std::size_t hash = hash_of(key);
+        const std::size_t hash = mixed(key_hash);
         for (std::size_t i = hash & mask();; i = (i + 1) & mask()) {
             const Bucket& bucket = m_buckets[i];
             if (bucket.slot == npos)
@@ -277,6 +279,12 @@ public:
     /// The value stored under `key`, or null.
     const Value* find(const Key& key) const {
         const value_type* entry = m_entries.find(key);
+        return entry ? &entry->second : nullptr;
+    }
+    /// find() for a caller that already has std::hash<Key>()(key), such as a
+    /// parsed path that hashed its name once.
+    const Value* find(const Key& key, std::size_t key_hash) const {
+        const value_type* entry = m_entries.find(key, key_hash);
         return entry ? &entry->second : nullptr;
     }
     Value* find(const Key& key) {
