@@ -360,6 +360,14 @@ private:
             return vorParameterPtr();
         }
         const vorParameterNumeric& node = *as_number(operand);
+        number.kind = node.subtype();
+        number.dim = node.get_dim();
+        // A parsed literal with no callback and no range reads as its cache.
+        if (node.m_literal && node.m_cache != vorParameterNumeric::empty_cache &&
+            !node.has_onread_callback() && !node.m_range) {
+            number.value = node.m_cache;
+            return vorParameterPtr();
+        }
         vorParameterPtr failure = node.read_operand(number.value);
         number.kind = node.subtype();
         number.dim = node.get_dim();
