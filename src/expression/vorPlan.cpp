@@ -260,11 +260,19 @@ Value boxed(vorParameterPtr node) {
     return value;
 }
 
-Value outcome_value(const vorNumericOutcome& outcome) {
-    if (outcome.failed)
-        return boxed(vorParameterError::create(outcome.error));
-    Value value;
+/// Makes `value` the outcome of an operator.
+void set_outcome(Value& value, const vorNumericOutcome& outcome) {
+    if (outcome.failed) {
+        value.node = vorParameterError::create(outcome.error);
+        return;
+    }
+    value.node.reset();
     value.number = outcome.number;
+}
+
+Value outcome_value(const vorNumericOutcome& outcome) {
+    Value value;
+    set_outcome(value, outcome);
     return value;
 }
 
@@ -309,7 +317,7 @@ private:
         if (m_stopped)
             return lhs;
         for (const Step& step : frame.steps) {
-            lhs = operation(step, std::move(lhs));
+            operation(step, lhs);
             if (m_stopped)
                 return lhs;
             if (is_error(lhs))
@@ -318,38 +326,51 @@ private:
         return lhs;
     }
 
-    Value operation(const Step& step, Value lhs) {
+    /// One turn of the operator loop: `lhs` becomes what the step makes.
+    void operation(const Step& step, Value& lhs) {
         switch (step.kind) {
         case Step::POSTFIX:
-            return postfix(step, lhs);
+            lhs = postfix(step, lhs);
+            return;
         case Step::CALL:
         case Step::EMPTY_CALL:
-            return call(step, lhs);
+            lhs = call(step, lhs);
+            return;
         case Step::COMMA: {
             Value rhs = expression(step.frame);
-            if (is_error(rhs))
-                return stop(std::move(rhs), step.at_end);
+            if (is_error(rhs)) {
+                lhs = stop(std::move(rhs), step.at_end);
+                return;
+            }
             m_arg_stack.push_back(std::move(lhs));
-            return rhs;
+            lhs = std::move(rhs);
+            return;
         }
         default:
-            return binary(step, std::move(lhs));
+            binary(step, lhs);
         }
     }
 
     /// binary(), without the short-circuits a plan never holds.
-    Value binary(const Step& step, Value lhs) {
+    void binary(const Step& step, Value& lhs) {
         Value rhs = expression(step.frame);
-        if (is_error(rhs))
-            return stop(std::move(rhs), step.at_end);
+        if (is_error(rhs)) {
+            lhs = stop(std::move(rhs), step.at_end);
+            return;
+        }
         const bool arithmetic = step.numeric != NUMERIC_OTHER && !vorIsLogicalOp(step.numeric);
-        if (arithmetic && is_number(lhs) && is_number(rhs))
-            return numeric_binary(step.numeric, lhs, rhs);
-        vorParameterPtr left = lhs.to_parameter();
-        vorParameterPtr right = rhs.to_parameter();
+        if (arithmetic && is_number(lhs) && is_number(rhs)) {
+            numeric_binary(step.numeric, lhs, rhs);
+            return;
+        }
+        // Moved, not copied: a string made by the expression is held once,
+        // so that it may be appended to in place.
+        vorParameterPtr left = lhs.node.is_null() ? lhs.to_parameter() : std::move(lhs.node);
+        vorParameterPtr right = rhs.node.is_null() ? rhs.to_parameter() : std::move(rhs.node);
         if (step.op == "+" && vorParameterString::append_in_place(left, right))
-            return boxed(std::move(left));
-        return boxed(left->operate_binary(step.op, right));
+            lhs.node = std::move(left);
+        else
+            lhs.node = left->operate_binary(step.op, right);
     }
 
     /// vorParameterNumeric::read_operand for either kind of number: the
@@ -374,15 +395,17 @@ private:
         return failure;
     }
 
-    /// vorParameterNumeric::operate_binary of two numbers.
-    static Value numeric_binary(vorNumericOp op, const Value& lhs, const Value& rhs) {
+    /// vorParameterNumeric::operate_binary of two numbers, into `lhs`.
+    static void numeric_binary(vorNumericOp op, Value& lhs, const Value& rhs) {
         vorNumericValue a;
-        if (vorParameterPtr failure = read_operand(lhs, a); !failure.is_null())
-            return boxed(std::move(failure));
+        vorParameterPtr failure = read_operand(lhs, a);
         vorNumericValue b;
-        if (vorParameterPtr failure = read_operand(rhs, b); !failure.is_null())
-            return boxed(std::move(failure));
-        return outcome_value(vorApplyNumericOp(op, a, b));
+        if (failure.is_null())
+            failure = read_operand(rhs, b);
+        if (!failure.is_null())
+            lhs.node = std::move(failure);
+        else
+            set_outcome(lhs, vorApplyNumericOp(op, a, b));
     }
 
     /// The postfix branch of expression(), with operate_postfix of a number.
