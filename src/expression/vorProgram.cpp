@@ -16,7 +16,9 @@
 #include "vorparameter/expression/vorParameterString.h"
 #include "vorparameter/platform/nlsUtils.h"
 
+#include <array>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 namespace {
@@ -26,7 +28,20 @@ bool g_compiled = true;
 struct CacheState {
     std::unordered_map<std::string, std::shared_ptr<const vorProgram>> programs;
     std::size_t bytes = 0;
+    /// The hashes of texts met once, each in the slot its hash picks. Two
+    /// texts sharing a slot only make one of them wait a sight longer for
+    /// its program; two with the same hash only make one compiled a sight
+    /// early.
+    std::array<std::size_t, vorProgram::max_cached_programs> seen{};
 };
+
+std::size_t hash_of(const utString& text) {
+    return std::hash<std::string_view>()(text.view());
+}
+
+std::size_t& seen_slot(CacheState& state, std::size_t hash) {
+    return state.seen[hash % state.seen.size()];
+}
 
 // Never destroyed: a program's plan may hold a library function, whose
 // release at exit would outlive the library's own tables.
@@ -66,10 +81,12 @@ std::size_t vorProgram::footprint() const {
 
 vorProgramCache::Lookup vorProgramCache::find(const utString& text, char decimal_point,
                                               char alt_decimal) {
-    const CacheState& state = cache_state();
+    CacheState& state = cache_state();
     const auto found = state.programs.find(text.str());
-    if (found == state.programs.end())
-        return Lookup{nullptr, false};
+    if (found == state.programs.end()) {
+        const std::size_t hash = hash_of(text);
+        return Lookup{nullptr, hash != 0 && seen_slot(state, hash) == hash};
+    }
     const std::shared_ptr<const vorProgram>& program = found->second;
     if (!program || program->decimal_point != decimal_point || program->alt_decimal != alt_decimal)
         return Lookup{nullptr, true};
@@ -78,12 +95,17 @@ vorProgramCache::Lookup vorProgramCache::find(const utString& text, char decimal
 
 void vorProgramCache::store(const utString& text, std::shared_ptr<const vorProgram> program) {
     CacheState& state = cache_state();
-    const std::size_t bytes = (program ? program->footprint() : 0) + text.size();
+    if (!program) {
+        const std::size_t hash = hash_of(text);
+        seen_slot(state, hash) = hash;
+        return;
+    }
+    const std::size_t bytes = program->footprint() + text.size();
     if (bytes > vorProgram::max_cached_bytes / 8)
         return;
     auto found = state.programs.find(text.str());
     if (found != state.programs.end()) {
-        state.bytes -= (found->second ? found->second->footprint() : 0) + text.size();
+        state.bytes -= found->second->footprint() + text.size();
         found->second = std::move(program);
         state.bytes += bytes;
         return;

@@ -17,8 +17,10 @@
 // change a cached program.
 //
 // Programs of evaluate(text) are cached process-wide by text. A text is
-// compiled the second time it is met: the first time the cache only notes it
-// (a text evaluated once is cheaper to scan than to compile). The cache holds
+// compiled the second time it is met: the first time the cache only notes the
+// text's hash, in a fixed table of max_cached_programs slots (a text evaluated
+// once is cheaper to scan than to compile, and noting it costs no memory that
+// grows). The cache holds
 // at most max_cached_programs texts and max_cached_bytes bytes of them and
 // their programs (as estimated by footprint()); it is emptied when the next
 // entry would pass either bound, and a program larger than
