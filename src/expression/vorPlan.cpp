@@ -254,6 +254,15 @@ bool is_number(const Value& value) {
     return value.node.is_null() || as_number(value);
 }
 
+/// The value as the evaluator holds it, made a parameter in place when it is
+/// a number: a handle that is the only one where the evaluator's would be,
+/// since a string or array held once may be changed in place.
+vorParameterPtr& held(Value& value) {
+    if (value.node.is_null())
+        value.node = value.to_parameter();
+    return value.node;
+}
+
 Value boxed(vorParameterPtr node) {
     Value value;
     value.node = std::move(node);
@@ -365,12 +374,10 @@ private:
         }
         // Moved, not copied: a string made by the expression is held once,
         // so that it may be appended to in place.
-        vorParameterPtr left = lhs.node.is_null() ? lhs.to_parameter() : std::move(lhs.node);
-        vorParameterPtr right = rhs.node.is_null() ? rhs.to_parameter() : std::move(rhs.node);
-        if (step.op == "+" && vorParameterString::append_in_place(left, right))
-            lhs.node = std::move(left);
-        else
-            lhs.node = left->operate_binary(step.op, right);
+        vorParameterPtr& left = held(lhs);
+        const vorParameterPtr& right = held(rhs);
+        if (step.op != "+" || !vorParameterString::append_in_place(left, right))
+            left = left->operate_binary(step.op, right);
     }
 
     /// vorParameterNumeric::read_operand for either kind of number: the
@@ -409,12 +416,12 @@ private:
     }
 
     /// The postfix branch of expression(), with operate_postfix of a number.
-    static Value postfix(const Step& step, const Value& lhs) {
+    static Value postfix(const Step& step, Value& lhs) {
         const bool unit_of_number =
             step.unit && is_number(lhs) &&
             (lhs.node.is_null() ? lhs.number.kind : lhs.node->subtype()) == SUB_NUMBER;
         if (!unit_of_number)
-            return boxed(lhs.to_parameter()->operate_postfix(step.op));
+            return boxed(held(lhs)->operate_postfix(step.op));
         vorNumericValue a;
         if (vorParameterPtr failure = read_operand(lhs, a); !failure.is_null())
             return boxed(std::move(failure));
@@ -422,67 +429,76 @@ private:
     }
 
     /// The prefix branch of primary(), with operate_prefix of a number.
-    static Value prefix(const utString& op, const Value& operand) {
+    static Value prefix(const utString& op, Value& operand) {
         if (is_error(operand))
             return operand;
         const bool negate = op == "-";
         if (!is_number(operand) || (!negate && op != "+"))
-            return boxed(operand.to_parameter()->operate_prefix(op));
+            return boxed(held(operand)->operate_prefix(op));
         vorNumericValue a;
         if (vorParameterPtr failure = read_operand(operand, a); !failure.is_null())
             return boxed(std::move(failure));
         return outcome_value(vorApplySign(negate, a));
     }
 
-    /// parse_list() and is_empty_list(): the values of a list, or false
-    /// when the parse ended inside it (`last` is then what it ended with).
-    bool list(bool empty, std::uint32_t frame_index, std::vector<vorParameterPtr>& values,
-              Value& last) {
+    /// parse_list() and is_empty_list(): the values of a list in written
+    /// order, or false when the parse ended inside it (`values` then holds
+    /// only what it ended with).
+    bool list(bool empty, std::uint32_t frame_index, std::vector<Value>& values) {
         if (empty) {
             // The evaluator enters a level for the operand it expected.
             vorEvalLevel nesting(EVAL_NESTED);
             if (nesting.refused()) {
-                last = stop(boxed(vorParameterError::create(ERR_EXPRESSION)), false);
+                values.push_back(stop(boxed(vorParameterError::create(ERR_EXPRESSION)), false));
                 return false;
             }
             return true;
         }
         const std::size_t depth = m_arg_stack.size();
-        last = expression(frame_index);
-        if (m_stopped)
+        Value last = expression(frame_index);
+        if (m_stopped) {
+            values.push_back(std::move(last));
             return false;
-        for (auto value = m_arg_stack.begin() + static_cast<std::ptrdiff_t>(depth);
-             value != m_arg_stack.end(); ++value)
-            values.push_back(value->to_parameter());
+        }
+        const auto first = m_arg_stack.begin() + static_cast<std::ptrdiff_t>(depth);
+        values.assign(std::make_move_iterator(first), std::make_move_iterator(m_arg_stack.end()));
         m_arg_stack.resize(depth);
-        values.push_back(last.to_parameter());
+        values.push_back(std::move(last));
         return true;
     }
 
+    /// make_array() of the values, each as the evaluator holds it.
+    static vorParameterPtr array_of(std::vector<Value>& values) {
+        std::vector<vorParameterPtr> parameters;
+        parameters.reserve(values.size());
+        for (Value& value : values)
+            parameters.push_back(std::move(held(value)));
+        return vorEvaluator::make_array(parameters);
+    }
+
     /// call().
-    Value call(const Step& step, const Value& callee) {
-        std::vector<vorParameterPtr> args;
-        Value last;
-        if (!list(step.kind == Step::EMPTY_CALL, step.frame, args, last))
-            return last;
-        vorParameterPtr function = callee.to_parameter();
+    Value call(const Step& step, Value& callee) {
+        std::vector<Value> args;
+        if (!list(step.kind == Step::EMPTY_CALL, step.frame, args))
+            return std::move(args.back());
+        vorParameterPtr array = array_of(args);
+        const vorParameterPtr& function = held(callee);
         // A function may read a clock or change the tree: no value computed
         // before or during the call is reused after it.
         vorReadMemo::disturb();
-        vorParameterPtr result = function->operate_binary("(", vorEvaluator::make_array(args));
+        vorParameterPtr result = function->operate_binary("(", array);
         vorReadMemo::disturb();
         return boxed(std::move(result));
     }
 
     /// bracket_list().
     Value group(const Operand& operand) {
-        std::vector<vorParameterPtr> values;
-        Value last;
-        if (!list(operand.kind == Operand::EMPTY_GROUP, operand.index, values, last))
-            return last;
+        std::vector<Value> values;
+        if (!list(operand.kind == Operand::EMPTY_GROUP, operand.index, values))
+            return std::move(values.back());
         if (!operand.braces && values.size() == 1)
-            return last;
-        return boxed(vorEvaluator::make_array(values));
+            return std::move(values.front());
+        return boxed(array_of(values));
     }
 
     /// get_named_par().
