@@ -250,6 +250,8 @@ vorParameterPtr vorEvaluator::run(std::shared_ptr<const vorProgram> program, con
     if (static_cast<std::size_t>(m_pos) != m_program->length || !check_parentheses())
         result = vorParameterError::create(is_error(result) || result->is_ref() ? ERR_EXPRESSION
                                                                                 : ERR_SYNTAX);
+    else if (!is_error(result) && lexical_error_pending())
+        result = m_token_value; // as evaluate() answers after a scan
     m_expr = m_program->text_after(text, m_next_token, static_cast<std::size_t>(m_pos));
     m_program.reset();
     return vorEvalLevel::settle(std::move(result));
