@@ -441,47 +441,49 @@ private:
         return outcome_value(vorApplySign(negate, a));
     }
 
-    /// parse_list() and is_empty_list(): the values of a list in written
-    /// order, or false when the parse ended inside it (`values` then holds
-    /// only what it ended with).
-    bool list(bool empty, std::uint32_t frame_index, std::vector<Value>& values) {
+    /// parse_list() and is_empty_list(): runs a list. Its values are
+    /// `before` (those the commas passed on, in written order) and then
+    /// `last`, none when `empty`. False when the parse ended inside it, with
+    /// `last` what it ended with.
+    bool list(bool empty, std::uint32_t frame_index, std::vector<Value>& before, Value& last) {
         if (empty) {
             // The evaluator enters a level for the operand it expected.
             vorEvalLevel nesting(EVAL_NESTED);
             if (nesting.refused()) {
-                values.push_back(stop(boxed(vorParameterError::create(ERR_EXPRESSION)), false));
+                last = stop(boxed(vorParameterError::create(ERR_EXPRESSION)), false);
                 return false;
             }
             return true;
         }
         const std::size_t depth = m_arg_stack.size();
-        Value last = expression(frame_index);
-        if (m_stopped) {
-            values.push_back(std::move(last));
+        last = expression(frame_index);
+        if (m_stopped)
             return false;
-        }
         const auto first = m_arg_stack.begin() + static_cast<std::ptrdiff_t>(depth);
-        values.assign(std::make_move_iterator(first), std::make_move_iterator(m_arg_stack.end()));
+        before.assign(std::make_move_iterator(first), std::make_move_iterator(m_arg_stack.end()));
         m_arg_stack.resize(depth);
-        values.push_back(std::move(last));
         return true;
     }
 
-    /// make_array() of the values, each as the evaluator holds it.
-    static vorParameterPtr array_of(std::vector<Value>& values) {
+    /// make_array() of a list's values, each as the evaluator holds it.
+    static vorParameterPtr array_of(bool empty, std::vector<Value>& before, Value& last) {
         std::vector<vorParameterPtr> parameters;
-        parameters.reserve(values.size());
-        for (Value& value : values)
+        parameters.reserve(before.size() + 1);
+        for (Value& value : before)
             parameters.push_back(std::move(held(value)));
+        if (!empty)
+            parameters.push_back(std::move(held(last)));
         return vorEvaluator::make_array(parameters);
     }
 
     /// call().
     Value call(const Step& step, Value& callee) {
-        std::vector<Value> args;
-        if (!list(step.kind == Step::EMPTY_CALL, step.frame, args))
-            return std::move(args.back());
-        vorParameterPtr array = array_of(args);
+        const bool empty = step.kind == Step::EMPTY_CALL;
+        std::vector<Value> before;
+        Value last;
+        if (!list(empty, step.frame, before, last))
+            return last;
+        vorParameterPtr array = array_of(empty, before, last);
         const vorParameterPtr& function = held(callee);
         // A function may read a clock or change the tree: no value computed
         // before or during the call is reused after it.
@@ -493,12 +495,14 @@ private:
 
     /// bracket_list().
     Value group(const Operand& operand) {
-        std::vector<Value> values;
-        if (!list(operand.kind == Operand::EMPTY_GROUP, operand.index, values))
-            return std::move(values.back());
-        if (!operand.braces && values.size() == 1)
-            return std::move(values.front());
-        return boxed(array_of(values));
+        const bool empty = operand.kind == Operand::EMPTY_GROUP;
+        std::vector<Value> before;
+        Value last;
+        if (!list(empty, operand.index, before, last))
+            return last;
+        if (!operand.braces && !empty && before.empty())
+            return last;
+        return boxed(array_of(empty, before, last));
     }
 
     /// get_named_par().
