@@ -16,8 +16,8 @@
 
 #include "vorparameter/expression/vorEvaluator.h"
 
-#include "vorProgram.h"
 #include "parameter/vorReadMemo.h"
+#include "vorProgram.h"
 
 #include "vorparameter/containers/vorParameterTempArray.h"
 #include "vorparameter/expression/vorParameterError.h"
@@ -177,6 +177,10 @@ vorParameterPtr vorEvaluator::evaluate(const utString& text) {
     if (compiled())
         if (std::shared_ptr<const vorProgram> program = program_for(text))
             return run(std::move(program), text);
+    return scan(text);
+}
+
+vorParameterPtr vorEvaluator::scan(const utString& text) {
     begin(text);
     vorCharTypes types{std::u32string_view(m_wide_expr)};
     vorParameterPtr result = expression(0, 1, 0, types);

@@ -293,6 +293,21 @@ public:
         : m_plan(plan)
         , m_scope(scope) {}
 
+    /// vorEvaluator(&scope).evaluate(text), with the text's plan first: the
+    /// cache is asked once, whichever way the text is then evaluated.
+    static Value evaluate_text(const vorParameter& scope, const utString& text) {
+        vorEvaluator evaluator(&scope);
+        if (!vorEvaluator::compiled() || text.size() > vorEvaluator::max_expression_length)
+            return boxed(evaluator.evaluate(text));
+        const vorProgramCache::Lookup lookup =
+            vorProgramCache::find(text, nlsUtils::decimal_point(), evaluator.m_alt_decimal);
+        if (lookup.program && lookup.program->plan)
+            return lookup.program->plan->run(scope);
+        if (auto program = evaluator.program_for(text, lookup.program, lookup.seen))
+            return boxed(evaluator.run(std::move(program), text));
+        return boxed(evaluator.scan(text));
+    }
+
     /// vorEvaluator::run.
     Value run() {
         Value result = expression(m_plan.m_top);
@@ -388,15 +403,13 @@ private:
             return vorParameterPtr();
         }
         const vorParameterNumeric& node = *as_number(operand);
-        number.kind = node.subtype();
-        number.dim = node.get_dim();
         // A parsed literal with no callback and no range reads as its cache.
+        vorParameterPtr failure;
         if (node.m_literal && node.m_cache != vorParameterNumeric::empty_cache &&
-            !node.has_onread_callback() && !node.m_range) {
+            !node.has_onread_callback() && !node.m_range)
             number.value = node.m_cache;
-            return vorParameterPtr();
-        }
-        vorParameterPtr failure = node.read_operand(number.value);
+        else
+            failure = node.read_operand(number.value);
         number.kind = node.subtype();
         number.dim = node.get_dim();
         return failure;
@@ -557,14 +570,6 @@ vorPlanResult vorPlan::run(const vorParameter& scope) const {
     return vorPlanRunner(*this, scope).run();
 }
 
-bool vorRunPlan(const vorParameter& scope, const utString& text, vorPlanResult& result) {
-    if (!vorEvaluator::compiled())
-        return false;
-    // The decimal points of a new evaluator, as vorParameter::evaluate uses.
-    const vorProgramCache::Lookup lookup =
-        vorProgramCache::find(text, nlsUtils::decimal_point(), ',');
-    if (!lookup.program || !lookup.program->plan)
-        return false;
-    result = lookup.program->plan->run(scope);
-    return true;
+vorPlanResult vorEvaluateText(const vorParameter& scope, const utString& text) {
+    return vorPlanRunner::evaluate_text(scope, text);
 }

@@ -111,10 +111,10 @@ private:
     std::uint32_t m_top = 0;
 };
 
-/// Runs the plan of `text` for a read of `scope`'s value, when the program
-/// cache holds one and compiled evaluation is on; false otherwise, and the
-/// caller evaluates the text as usual (which makes the plan on its second
-/// sight).
-bool vorRunPlan(const vorParameter& scope, const utString& text, vorPlanResult& result);
+/// What vorEvaluator(&scope).evaluate(text) answers, for a read of `scope`'s
+/// value: by the text's plan when the program cache holds one and compiled
+/// evaluation is on, otherwise as the evaluator does (which makes the plan on
+/// the text's second sight).
+vorPlanResult vorEvaluateText(const vorParameter& scope, const utString& text);
 
 #endif // VORPARAMETER_SRC_EXPRESSION_VORPLAN_H

@@ -142,14 +142,20 @@ std::size_t vorEvaluator::cached_programs() {
 //===----------------------------------------------------------------------===//
 
 std::shared_ptr<const vorProgram> vorEvaluator::program_for(const utString& text) {
-    const char point = nlsUtils::decimal_point();
-    vorProgramCache::Lookup lookup = vorProgramCache::find(text, point, m_alt_decimal);
-    if (lookup.program)
-        return lookup.program;
+    const vorProgramCache::Lookup lookup =
+        vorProgramCache::find(text, nlsUtils::decimal_point(), m_alt_decimal);
+    return program_for(text, lookup.program, lookup.seen);
+}
+
+std::shared_ptr<const vorProgram> vorEvaluator::program_for(const utString& text,
+                                                            std::shared_ptr<const vorProgram> found,
+                                                            bool seen) {
+    if (found)
+        return found;
     // A text met for the first time is only noted: most texts evaluated once
     // are never evaluated again, and scanning them is cheaper than compiling.
-    std::shared_ptr<const vorProgram> program = lookup.seen ? compile(text) : nullptr;
-    if (program || !lookup.seen)
+    std::shared_ptr<const vorProgram> program = seen ? compile(text) : nullptr;
+    if (program || !seen)
         vorProgramCache::store(text, program);
     return program;
 }

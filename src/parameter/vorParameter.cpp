@@ -415,13 +415,11 @@ vorParameterPtr vorParameter::evaluate_value(vorNumericValue* number) const {
         return vorEvalLevel::settle(std::move(reused));
     EvaluatingFlag flag(*this, &vorParameter::set_evaluating);
     vorParameterPtr result;
-    vorPlanResult planned;
     if (type() == TYPE_STRING || type() == TYPE_ENUM) {
         vorEvaluator evaluator(this);
         result = vorParameterString::create_verbatim(evaluator.interpolate_string(expr));
-    } else if (!vorRunPlan(*this, expr, planned)) {
-        result = vorEvaluator(this).evaluate(expr);
-    } else if (number && planned.node.is_null()) {
+    } else if (vorPlanResult planned = vorEvaluateText(*this, expr);
+               number && planned.node.is_null()) {
         // A plan's new number has no text to interpolate and passed the
         // limits: only the memo may want it as a parameter.
         if (memo.may_keep())

@@ -222,6 +222,12 @@ private:
     /// The compiled form of `text` for this evaluator's decimal points, from
     /// the cache or made now; empty when the text cannot be compiled.
     std::shared_ptr<const vorProgram> program_for(const utString& text);
+    /// program_for, with the cache already asked: `found` is its program,
+    /// `seen` whether it had met the text.
+    std::shared_ptr<const vorProgram>
+    program_for(const utString& text, std::shared_ptr<const vorProgram> found, bool seen);
+    /// Evaluates `text` by scanning it.
+    vorParameterPtr scan(const utString& text);
     std::shared_ptr<const vorProgram> compile(const utString& text);
     /// Reads the next token of the text in compilation; false when the text
     /// ends or cannot be read.
