@@ -49,7 +49,7 @@ void BM_EvaluateNewText(benchmark::State& state) {
 }
 BENCHMARK(BM_EvaluateNewText);
 
-// Texts never met before: each one is compiled (the cache cannot help).
+// Texts never met before: each one is scanned (the cache cannot help).
 void BM_EvaluateDistinctTexts(benchmark::State& state) {
     MachiningTree tree;
     long serial = 0;
@@ -61,25 +61,24 @@ void BM_EvaluateDistinctTexts(benchmark::State& state) {
 }
 BENCHMARK(BM_EvaluateDistinctTexts);
 
-void BM_ReadExpressionAfterChange(benchmark::State& state) {
+/// Reads the tree's member `read` after each change of `a`.
+void read_after_change(benchmark::State& state, vorParameterPtr MachiningTree::*read) {
     MachiningTree tree;
     double value = 0;
     for (auto _ : state) {
         tree.a->set_double(value);
         value += 1;
-        benchmark::DoNotOptimize(tree.x->get_double());
+        benchmark::DoNotOptimize((tree.*read)->get_double());
     }
+}
+
+void BM_ReadExpressionAfterChange(benchmark::State& state) {
+    read_after_change(state, &MachiningTree::x);
 }
 BENCHMARK(BM_ReadExpressionAfterChange);
 
 void BM_ReadLongExpressionAfterChange(benchmark::State& state) {
-    MachiningTree tree;
-    double value = 0;
-    for (auto _ : state) {
-        tree.a->set_double(value);
-        value += 1;
-        benchmark::DoNotOptimize(tree.y->get_double());
-    }
+    read_after_change(state, &MachiningTree::y);
 }
 BENCHMARK(BM_ReadLongExpressionAfterChange);
 
@@ -95,31 +94,27 @@ void BM_MuParserNewText(benchmark::State& state) {
 }
 BENCHMARK(BM_MuParserNewText);
 
-void BM_MuParserReadAfterChange(benchmark::State& state) {
+/// muParser evaluating `expression` again after each change of `a`.
+void muparser_read_after_change(benchmark::State& state, const char* expression) {
     double a = 0;
     double b = 2;
     mu::Parser parser;
     parser.DefineVar("a", &a);
     parser.DefineVar("b", &b);
-    parser.SetExpr("a*2+b");
+    parser.SetExpr(expression);
     for (auto _ : state) {
         a += 1;
         benchmark::DoNotOptimize(parser.Eval());
     }
 }
+
+void BM_MuParserReadAfterChange(benchmark::State& state) {
+    muparser_read_after_change(state, "a*2+b");
+}
 BENCHMARK(BM_MuParserReadAfterChange);
 
 void BM_MuParserReadLongAfterChange(benchmark::State& state) {
-    double a = 0;
-    double b = 2;
-    mu::Parser parser;
-    parser.DefineVar("a", &a);
-    parser.DefineVar("b", &b);
-    parser.SetExpr("(a+b)*(a-b)/2+sqrt(a*a+b*b)");
-    for (auto _ : state) {
-        a += 1;
-        benchmark::DoNotOptimize(parser.Eval());
-    }
+    muparser_read_after_change(state, "(a+b)*(a-b)/2+sqrt(a*a+b*b)");
 }
 BENCHMARK(BM_MuParserReadLongAfterChange);
 #endif
