@@ -14,7 +14,6 @@
 #include "parameter/vorReadMemo.h"
 #include "vorProgram.h"
 
-#include "vorparameter/containers/vorParameterTempArray.h"
 #include "vorparameter/expression/vorEvaluator.h"
 #include "vorparameter/expression/vorParameterError.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
