@@ -104,26 +104,6 @@ vorDimensions vorDimensions::checked(std::int64_t mass, std::int64_t length, std
     return vorDimensions(static_cast<int>(mass), static_cast<int>(length), static_cast<int>(time));
 }
 
-vorDimensions vorDimensions::operator*(const vorDimensions& rhs) const {
-    if (m_invalid || rhs.m_invalid)
-        return vorDimensions();
-    return checked(std::int64_t{m_M} + rhs.m_M, std::int64_t{m_L} + rhs.m_L,
-                   std::int64_t{m_T} + rhs.m_T);
-}
-
-vorDimensions vorDimensions::operator/(const vorDimensions& rhs) const {
-    if (m_invalid || rhs.m_invalid)
-        return vorDimensions();
-    return checked(std::int64_t{m_M} - rhs.m_M, std::int64_t{m_L} - rhs.m_L,
-                   std::int64_t{m_T} - rhs.m_T);
-}
-
-vorDimensions vorDimensions::operator+(const vorDimensions& rhs) const {
-    if (m_invalid || *this != rhs)
-        return vorDimensions();
-    return *this;
-}
-
 vorDimensions vorDimensions::pow(int n) const {
     if (m_invalid)
         return vorDimensions();

@@ -35,12 +35,10 @@
 
 namespace {
 
-int g_function_counter = 0;
-
-std::vector<int>& saved_counters() {
-    static std::vector<int> stack;
-    return stack;
-}
+// True while the innermost live guard is of type 0. Guards live in scopes,
+// so they end in the reverse order of their start and each restores what
+// it found.
+bool g_functions_only = false;
 
 // The state of the read in progress, shared by every evaluator: how deep
 // evaluation is nested, how many expressions the read has evaluated, and
@@ -53,21 +51,16 @@ bool g_limit_reached = false;
 } // namespace
 
 vorEvalFunction::vorEvalFunction(vorEvalFunctionType type)
-    : m_type(type) {
-    saved_counters().push_back(g_function_counter);
-    if (m_type == EVAL_FUNCTIONS_ONLY)
-        ++g_function_counter;
+    : m_previous(g_functions_only) {
+    g_functions_only = type == EVAL_FUNCTIONS_ONLY;
 }
 
 vorEvalFunction::~vorEvalFunction() {
-    saved_counters().pop_back();
-    if (m_type == EVAL_FUNCTIONS_ONLY)
-        --g_function_counter;
+    g_functions_only = m_previous;
 }
 
 bool vorEvalFunction::functions_only() {
-    const std::vector<int>& saved = saved_counters();
-    return !saved.empty() && g_function_counter > saved.back();
+    return g_functions_only;
 }
 
 //===----------------------------------------------------------------------===//
@@ -102,6 +95,10 @@ vorParameterPtr vorEvalLevel::settle(vorParameterPtr result) {
 
 bool vorEvalLevel::limit_reached() {
     return g_limit_reached;
+}
+
+int vorEvalLevel::depth() {
+    return g_nesting;
 }
 
 long vorEvaluator::max_evaluations() {

@@ -15,6 +15,8 @@
 #include "vorparameter/parameter/vorParameter.h"
 #include "vorparameter/platform/vorUnitsUtils.h"
 
+#include <cmath>
+
 /// The number a new vorParameterNumeric(kind, dim, value) would hold.
 struct vorNumericValue {
     double value = 0.0;
@@ -22,20 +24,34 @@ struct vorNumericValue {
     vorDimensions dim;
 };
 
-/// A number, or the error an operator made instead.
+/// A number, or the error an operator made instead. An error is kept as its
+/// kind in the number's kind (no number has an error's kind), so that an
+/// outcome is sixteen bytes and comes back from a call in registers.
 struct vorNumericOutcome {
-    bool failed = false;
-    /// The error's kind, when failed.
-    vorParameterSubType error = ERR_UNKNOWN;
     vorNumericValue number;
 
-    static vorNumericOutcome fail(vorParameterSubType kind) { return {true, kind, {}}; }
+    bool failed() const { return number.kind <= ERR_INVALID_DATA; }
+    /// The error's kind, when failed.
+    vorParameterSubType error() const { return number.kind; }
+
+    static vorNumericOutcome fail(vorParameterSubType kind) {
+        vorNumericOutcome outcome;
+        outcome.number.kind = kind;
+        return outcome;
+    }
     /// The number, or ERR_DOMAIN when the value overflowed or is undefined.
-    static vorNumericOutcome of(vorParameterSubType kind, const vorDimensions& dim, double value);
+    static vorNumericOutcome of(vorParameterSubType kind, const vorDimensions& dim, double value) {
+        if (!std::isfinite(value))
+            return fail(ERR_DOMAIN);
+        return {{value, kind, dim}};
+    }
     static vorNumericOutcome truth(bool value) { return of(SUB_BOOL, DIM_NONE, value ? 1.0 : 0.0); }
     /// The outcome as a parameter: a new numeric, or the error.
     vorParameterPtr to_parameter() const;
 };
+static_assert(ERR_UNKNOWN == 0 && ERR_INVALID_DATA < SUB_NUMBER,
+              "error kinds come before the kinds of numbers");
+static_assert(sizeof(vorNumericOutcome) == 16, "an outcome fits in two registers");
 
 /// The binary operators a number carries out, by their text.
 enum vorNumericOp {

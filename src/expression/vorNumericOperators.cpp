@@ -212,16 +212,9 @@ vorNumericValue value_of(const vorParameterNumeric& number, double value) {
 // The rules on plain values
 //===----------------------------------------------------------------------===//
 
-vorNumericOutcome vorNumericOutcome::of(vorParameterSubType kind, const vorDimensions& dim,
-                                        double value) {
-    if (!std::isfinite(value))
-        return fail(ERR_DOMAIN);
-    return {false, ERR_UNKNOWN, {value, kind, dim}};
-}
-
 vorParameterPtr vorNumericOutcome::to_parameter() const {
-    if (failed)
-        return vorParameterError::create(error);
+    if (failed())
+        return vorParameterError::create(error());
     return vorParameterPtr(new vorParameterNumeric(number.kind, number.dim, number.value));
 }
 

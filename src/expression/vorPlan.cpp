@@ -45,6 +45,7 @@ public:
         if (!expression(0, top) || m_kind != vorEvaluator::TOKEN_END || !at_end())
             return nullptr;
         m_plan->m_top = top;
+        m_plan->m_kernel = vorPlanKernel::compile(*m_plan);
         return std::move(m_plan);
     }
 
@@ -223,7 +224,7 @@ std::unique_ptr<vorPlan> vorPlan::compile(const vorProgram& program) {
 
 std::size_t vorPlan::footprint() const {
     std::size_t bytes = sizeof(vorPlan) + m_frames.capacity() * sizeof(Frame) +
-                        m_names.capacity() * sizeof(vorCachedName);
+                        m_names.capacity() * sizeof(vorCachedName) + m_kernel.footprint();
     for (const Frame& frame : m_frames)
         bytes += frame.steps.capacity() * sizeof(Step);
     return bytes;
@@ -270,8 +271,8 @@ Value boxed(vorParameterPtr node) {
 
 /// Makes `value` the outcome of an operator.
 void set_outcome(Value& value, const vorNumericOutcome& outcome) {
-    if (outcome.failed) {
-        value.node = vorParameterError::create(outcome.error);
+    if (outcome.failed()) {
+        value.node = vorParameterError::create(outcome.error());
         return;
     }
     value.node.reset();
@@ -295,13 +296,13 @@ public:
     /// vorEvaluator(&scope).evaluate(text), with the text's plan first: the
     /// cache is asked once, whichever way the text is then evaluated.
     static Value evaluate_text(const vorParameter& scope, const utString& text) {
-        vorEvaluator evaluator(&scope);
         if (!vorEvaluator::compiled() || text.size() > vorEvaluator::max_expression_length)
-            return boxed(evaluator.evaluate(text));
-        const vorProgramCache::Lookup lookup =
-            vorProgramCache::find(text, nlsUtils::decimal_point(), evaluator.m_alt_decimal);
+            return boxed(vorEvaluator(&scope).evaluate(text));
+        const vorProgramCache::Lookup lookup = vorProgramCache::find(
+            text, nlsUtils::decimal_point(), vorEvaluator::default_alt_decimal);
         if (lookup.program && lookup.program->plan)
             return lookup.program->plan->run(scope);
+        vorEvaluator evaluator(&scope);
         if (auto program = evaluator.program_for(text, lookup.program, lookup.seen))
             return boxed(evaluator.run(std::move(program), text));
         return boxed(evaluator.scan(text));
@@ -404,10 +405,7 @@ private:
         const vorParameterNumeric& node = *as_number(operand);
         // A parsed literal with no callback and no range reads as its cache.
         vorParameterPtr failure;
-        if (node.m_literal && node.m_cache != vorParameterNumeric::empty_cache &&
-            !node.has_onread_callback() && !node.m_range)
-            number.value = node.m_cache;
-        else
+        if (!node.quiet_value(number.value))
             failure = node.read_operand(number.value);
         number.kind = node.subtype();
         number.dim = node.get_dim();
@@ -566,9 +564,20 @@ private:
 };
 
 vorPlanResult vorPlan::run(const vorParameter& scope) const {
+    vorPlanResult result;
+    if (compute_quietly(scope, result.number))
+        return result;
     return vorPlanRunner(*this, scope).run();
 }
 
 vorPlanResult vorEvaluateText(const vorParameter& scope, const utString& text) {
     return vorPlanRunner::evaluate_text(scope, text);
+}
+
+bool vorComputeQuietly(const vorParameter& scope, const utString& text, vorNumericValue& number) {
+    if (!vorEvaluator::compiled() || text.size() > vorEvaluator::max_expression_length)
+        return false;
+    const vorProgram* program =
+        vorProgramCache::peek(text, nlsUtils::decimal_point(), vorEvaluator::default_alt_decimal);
+    return program && program->plan && program->plan->compute_quietly(scope, number);
 }

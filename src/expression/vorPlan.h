@@ -31,6 +31,9 @@
 // and "[]" paths, "&" and "|", which short-circuit, "this") is evaluated by
 // the evaluator as before.
 //
+// A plan whose text is plain arithmetic also has a kernel, which computes
+// on doubles alone and is tried first (vorPlanKernel.h).
+//
 // A plan lives in the program cache beside its token stream and shares its
 // bounds. It is used from one thread, like the evaluator.
 //
@@ -39,6 +42,7 @@
 #define VORPARAMETER_SRC_EXPRESSION_VORPLAN_H
 
 #include "vorNumericArithmetic.h"
+#include "vorPlanKernel.h"
 
 #include "parameter/vorNameCache.h"
 
@@ -66,6 +70,10 @@ public:
 
     /// Runs the plan with `scope` resolving the names.
     vorPlanResult run(const vorParameter& scope) const;
+    /// The plan's number by its kernel alone; false when the plan must run.
+    bool compute_quietly(const vorParameter& scope, vorNumericValue& number) const {
+        return m_kernel.run(m_names, scope, number);
+    }
 
     /// An estimate of the heap the plan holds, in bytes.
     std::size_t footprint() const;
@@ -105,10 +113,13 @@ public:
 private:
     friend class vorPlanCompiler;
     friend class vorPlanRunner;
+    friend class vorPlanKernelCompiler;
 
     std::vector<Frame> m_frames;
     std::vector<vorCachedName> m_names;
     std::uint32_t m_top = 0;
+    /// The same computation on plain numbers, tried first (vorPlanKernel.h).
+    vorPlanKernel m_kernel;
 };
 
 /// What vorEvaluator(&scope).evaluate(text) answers, for a read of `scope`'s
@@ -116,5 +127,11 @@ private:
 /// evaluation is on, otherwise as the evaluator does (which makes the plan on
 /// the text's second sight).
 vorPlanResult vorEvaluateText(const vorParameter& scope, const utString& text);
+
+/// The number `text` gives in `scope`, when compiled evaluation is on and the
+/// text's plan has a kernel that answers (vorPlanKernel.h): nothing was read
+/// that could have an effect, so the caller need not watch for cycles or
+/// remember the value. False when the text must be evaluated.
+bool vorComputeQuietly(const vorParameter& scope, const utString& text, vorNumericValue& number);
 
 #endif // VORPARAMETER_SRC_EXPRESSION_VORPLAN_H

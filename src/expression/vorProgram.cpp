@@ -93,6 +93,18 @@ vorProgramCache::Lookup vorProgramCache::find(const utString& text, char decimal
     return Lookup{program, true};
 }
 
+const vorProgram* vorProgramCache::peek(const utString& text, char decimal_point,
+                                        char alt_decimal) {
+    const CacheState& state = cache_state();
+    const auto found = state.programs.find(text.str());
+    if (found == state.programs.end())
+        return nullptr;
+    const vorProgram* program = found->second.get();
+    if (!program || program->decimal_point != decimal_point || program->alt_decimal != alt_decimal)
+        return nullptr;
+    return program;
+}
+
 void vorProgramCache::store(const utString& text, std::shared_ptr<const vorProgram> program) {
     CacheState& state = cache_state();
     if (!program) {

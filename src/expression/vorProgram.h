@@ -97,6 +97,10 @@ public:
         bool seen;
     };
     static Lookup find(const utString& text, char decimal_point, char alt_decimal);
+    /// find's program, without taking a share of it: for a caller that is
+    /// done with it before anything could change the cache (before the next
+    /// evaluation).
+    static const vorProgram* peek(const utString& text, char decimal_point, char alt_decimal);
     /// Keeps `program` as the program of `text` (null: the text was met),
     /// within the bounds.
     static void store(const utString& text, std::shared_ptr<const vorProgram> program);

@@ -10,125 +10,173 @@
 // Angles are read and written in the library's angle unit, looked up at each
 // call, so a host can switch between degrees and radians at any time.
 //
+// Each function is a kernel over plain numbers (vorLibKernels.h), which the
+// library entry applies to the numbers of its argument array and a compiled
+// expression applies to its own.
+//
 //===----------------------------------------------------------------------===//
 
+#include "library/vorLibKernels.h"
 #include "library/vorLibSupport.h"
 
 #include "vorparameter/platform/giAngle.h"
 
+#include <array>
 #include <cmath>
-
-using vorLibSupport::make_number;
+#include <iterator>
 
 namespace {
+
+// The kernels: each takes its numbers and gives a number or an error.
 
 giAngle library_angle(double value) {
     return giAngle(vorParameterLib::get_angle_unit(), value);
 }
 
-vorParameterPtr real(double value) {
-    return make_number(SUB_REAL, value);
+vorNumericOutcome real(double value) {
+    return vorNumericOutcome::of(SUB_REAL, DIM_NONE, value);
 }
 
-vorParameterPtr angle_result(const giAngle& angle) {
-    return make_number(SUB_ANGLE, angle.value(vorParameterLib::get_angle_unit()));
+vorNumericOutcome angle_result(const giAngle& angle) {
+    return vorNumericOutcome::of(SUB_ANGLE, DIM_NONE,
+                                 angle.value(vorParameterLib::get_angle_unit()));
 }
 
-vorParameterPtr domain_error() {
-    return vorParameterLib::error(ERR_DOMAIN);
+vorNumericOutcome domain_error() {
+    return vorNumericOutcome::fail(ERR_DOMAIN);
 }
 
 bool in_unit_range(double x) {
     return x >= -1.0 && x <= 1.0;
 }
 
-template <std::size_t N, class Compute>
-vorParameterPtr with_numbers(const vorParameterPtr& args, Compute compute) {
-    std::array<double, N> x{};
-    if (!vorLibSupport::read_numbers(args, x))
-        return vorLibSupport::invalid_arguments();
-    return compute(x);
+vorNumericOutcome sine(const double* x) {
+    return real(library_angle(x[0]).sin());
 }
 
-using One = std::array<double, 1>;
-
-} // namespace
-
-vorParameterPtr vorParameterLibFunctions::sin(const vorParameterPtr& args) {
-    return with_numbers<1>(args, [](const One& x) { return real(library_angle(x[0]).sin()); });
+vorNumericOutcome cosine(const double* x) {
+    return real(library_angle(x[0]).cos());
 }
 
-vorParameterPtr vorParameterLibFunctions::cos(const vorParameterPtr& args) {
-    return with_numbers<1>(args, [](const One& x) { return real(library_angle(x[0]).cos()); });
+vorNumericOutcome tangent(const double* x) {
+    int status = 0;
+    const double value = library_angle(x[0]).tan(status);
+    return status == 0 ? real(value) : domain_error();
 }
 
-vorParameterPtr vorParameterLibFunctions::tan(const vorParameterPtr& args) {
-    return with_numbers<1>(args, [](const One& x) {
-        int status = 0;
-        double tangent = library_angle(x[0]).tan(status);
-        return status == 0 ? real(tangent) : domain_error();
-    });
+vorNumericOutcome arcsine(const double* x) {
+    return in_unit_range(x[0]) ? angle_result(giAngle::from_sine(x[0])) : domain_error();
 }
 
-vorParameterPtr vorParameterLibFunctions::asin(const vorParameterPtr& args) {
-    return with_numbers<1>(args, [](const One& x) {
-        return in_unit_range(x[0]) ? angle_result(giAngle::from_sine(x[0])) : domain_error();
-    });
+vorNumericOutcome arccosine(const double* x) {
+    return in_unit_range(x[0]) ? angle_result(giAngle::from_cosine(x[0])) : domain_error();
 }
 
-vorParameterPtr vorParameterLibFunctions::acos(const vorParameterPtr& args) {
-    return with_numbers<1>(args, [](const One& x) {
-        return in_unit_range(x[0]) ? angle_result(giAngle::from_cosine(x[0])) : domain_error();
-    });
-}
-
-vorParameterPtr vorParameterLibFunctions::atan(const vorParameterPtr& args) {
-    return with_numbers<1>(args,
-                           [](const One& x) { return angle_result(giAngle::from_tangent(x[0])); });
+vorNumericOutcome arctangent(const double* x) {
+    return angle_result(giAngle::from_tangent(x[0]));
 }
 
 /// atan2(y; x): the direction of the point (x, y).
-vorParameterPtr vorParameterLibFunctions::atan2(const vorParameterPtr& args) {
-    return with_numbers<2>(args, [](const std::array<double, 2>& v) {
-        return angle_result(giAngle::from_sine_cosine(v[0], v[1]));
-    });
+vorNumericOutcome direction(const double* v) {
+    return angle_result(giAngle::from_sine_cosine(v[0], v[1]));
 }
 
-vorParameterPtr vorParameterLibFunctions::exp(const vorParameterPtr& args) {
-    return with_numbers<1>(args, [](const One& x) { return real(std::exp(x[0])); });
+vorNumericOutcome exponential(const double* x) {
+    return real(std::exp(x[0]));
 }
 
-vorParameterPtr vorParameterLibFunctions::ln(const vorParameterPtr& args) {
-    return with_numbers<1>(
-        args, [](const One& x) { return x[0] > 0 ? real(std::log(x[0])) : domain_error(); });
+vorNumericOutcome natural_log(const double* x) {
+    return x[0] > 0 ? real(std::log(x[0])) : domain_error();
 }
 
-vorParameterPtr vorParameterLibFunctions::log(const vorParameterPtr& args) {
-    return with_numbers<1>(
-        args, [](const One& x) { return x[0] > 0 ? real(std::log10(x[0])) : domain_error(); });
+vorNumericOutcome common_log(const double* x) {
+    return x[0] > 0 ? real(std::log10(x[0])) : domain_error();
 }
 
-vorParameterPtr vorParameterLibFunctions::sqrt(const vorParameterPtr& args) {
-    return with_numbers<1>(
-        args, [](const One& x) { return x[0] >= 0 ? real(std::sqrt(x[0])) : domain_error(); });
+vorNumericOutcome square_root(const double* x) {
+    return x[0] >= 0 ? real(std::sqrt(x[0])) : domain_error();
 }
 
-vorParameterPtr vorParameterLibFunctions::abs(const vorParameterPtr& args) {
-    return with_numbers<1>(args, [](const One& x) { return real(std::fabs(x[0])); });
+vorNumericOutcome absolute(const double* x) {
+    return real(std::fabs(x[0]));
 }
 
-vorParameterPtr vorParameterLibFunctions::sign(const vorParameterPtr& args) {
-    return with_numbers<1>(args, [](const One& x) {
-        return real(x[0] > 0 ? 1.0 : x[0] < 0 ? -1.0 : 0.0);
-    });
+vorNumericOutcome signum(const double* x) {
+    return real(x[0] > 0 ? 1.0 : x[0] < 0 ? -1.0 : 0.0);
 }
 
 /// compare(a; b; tolerance): true when a and b lie strictly closer than the
 /// tolerance.
+vorNumericOutcome within_tolerance(const double* v) {
+    return vorNumericOutcome::truth(v[2] > std::fabs(v[0] - v[1]));
+}
+
+/// A library function: its kernel applied to the numbers of `args`.
+template <std::size_t N>
+vorParameterPtr with_numbers(const vorParameterPtr& args,
+                             vorNumericOutcome (*kernel)(const double*)) {
+    std::array<double, N> x{};
+    if (!vorLibSupport::read_numbers(args, x))
+        return vorLibSupport::invalid_arguments();
+    return kernel(x.data()).to_parameter();
+}
+
+} // namespace
+
+vorParameterPtr vorParameterLibFunctions::sin(const vorParameterPtr& args) {
+    return with_numbers<1>(args, sine);
+}
+
+vorParameterPtr vorParameterLibFunctions::cos(const vorParameterPtr& args) {
+    return with_numbers<1>(args, cosine);
+}
+
+vorParameterPtr vorParameterLibFunctions::tan(const vorParameterPtr& args) {
+    return with_numbers<1>(args, tangent);
+}
+
+vorParameterPtr vorParameterLibFunctions::asin(const vorParameterPtr& args) {
+    return with_numbers<1>(args, arcsine);
+}
+
+vorParameterPtr vorParameterLibFunctions::acos(const vorParameterPtr& args) {
+    return with_numbers<1>(args, arccosine);
+}
+
+vorParameterPtr vorParameterLibFunctions::atan(const vorParameterPtr& args) {
+    return with_numbers<1>(args, arctangent);
+}
+
+vorParameterPtr vorParameterLibFunctions::atan2(const vorParameterPtr& args) {
+    return with_numbers<2>(args, direction);
+}
+
+vorParameterPtr vorParameterLibFunctions::exp(const vorParameterPtr& args) {
+    return with_numbers<1>(args, exponential);
+}
+
+vorParameterPtr vorParameterLibFunctions::ln(const vorParameterPtr& args) {
+    return with_numbers<1>(args, natural_log);
+}
+
+vorParameterPtr vorParameterLibFunctions::log(const vorParameterPtr& args) {
+    return with_numbers<1>(args, common_log);
+}
+
+vorParameterPtr vorParameterLibFunctions::sqrt(const vorParameterPtr& args) {
+    return with_numbers<1>(args, square_root);
+}
+
+vorParameterPtr vorParameterLibFunctions::abs(const vorParameterPtr& args) {
+    return with_numbers<1>(args, absolute);
+}
+
+vorParameterPtr vorParameterLibFunctions::sign(const vorParameterPtr& args) {
+    return with_numbers<1>(args, signum);
+}
+
 vorParameterPtr vorParameterLibFunctions::compare(const vorParameterPtr& args) {
-    return with_numbers<3>(args, [](const std::array<double, 3>& v) {
-        return vorParameterNumeric::create_bool(v[2] > std::fabs(v[0] - v[1]));
-    });
+    return with_numbers<3>(args, within_tolerance);
 }
 
 namespace {
@@ -153,3 +201,35 @@ const vorLibSupport::Registration registrations[] = {
 };
 
 } // namespace
+
+namespace {
+
+struct KernelOf {
+    vorParameterLibFn fn;
+    vorLibKernel kernel;
+};
+
+const KernelOf kernels[] = {
+    {lib::sin, {1, sine}},         {lib::cos, {1, cosine}},
+    {lib::tan, {1, tangent}},      {lib::asin, {1, arcsine}},
+    {lib::acos, {1, arccosine}},   {lib::atan, {1, arctangent}},
+    {lib::atan2, {2, direction}},  {lib::exp, {1, exponential}},
+    {lib::ln, {1, natural_log}},   {lib::log, {1, common_log}},
+    {lib::sqrt, {1, square_root}}, {lib::abs, {1, absolute}},
+    {lib::sign, {1, signum}},      {lib::compare, {3, within_tolerance}},
+};
+
+} // namespace
+
+const vorLibKernel* vorLibKernelOf(const vorParameter& function) {
+    if (&function.ut_dynamic_type() != &vorParameterLib::ut_static_type())
+        return nullptr;
+    const utString& name = static_cast<const vorParameterLib&>(function).name();
+    const vorParameterLibEntry* entry = name.empty() ? nullptr : vorParameterLib::find_entry(name);
+    if (!entry)
+        return nullptr;
+    for (const KernelOf& known : kernels)
+        if (known.fn == entry->fn)
+            return &known.kernel;
+    return nullptr;
+}

@@ -9,6 +9,8 @@
 
 #include "vorparameter/library/vorParameterLib.h"
 
+#include "library/vorLibKernels.h"
+
 #include "vorparameter/containers/vorParameterList.h"
 #include "vorparameter/expression/vorParameterError.h"
 
@@ -31,6 +33,8 @@ giAngleType& angle_unit() {
     static giAngleType unit = GI_DEGREES;
     return unit;
 }
+
+std::uint64_t g_table_version = 0;
 
 vorParameterPtr& eval_scope() {
     static vorParameterPtr scope;
@@ -103,7 +107,12 @@ vorParameterPtr vorParameterLib::operate_binary(const utString& op,
 
 int vorParameterLib::add_entry(const utString& name, vorParameterLibFn fn, const utString& desc) {
     table().set(name, vorParameterLibEntry{fn, desc});
+    ++g_table_version;
     return static_cast<int>(table().size());
+}
+
+std::uint64_t vorLibTableVersion() {
+    return g_table_version;
 }
 
 const vorParameterLibEntry* vorParameterLib::find_entry(const utString& name) {

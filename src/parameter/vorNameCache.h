@@ -25,6 +25,8 @@
 #ifndef VORPARAMETER_SRC_PARAMETER_VORNAMECACHE_H
 #define VORPARAMETER_SRC_PARAMETER_VORNAMECACHE_H
 
+#include "parameter/vorTreeGeneration.h"
+
 #include "vorparameter/parameter/vorParameter.h"
 #include "vorparameter/parameter/vorParameterKey.h"
 
@@ -42,6 +44,15 @@ public:
 
     /// What scope.resolve(key of the name) answers now.
     vorParameterPtr resolve(const vorParameter& scope) const;
+    /// What resolve() would answer from memory in `scope` and the given
+    /// functions-only mode, without taking a handle on it; null when it would
+    /// search the tree instead.
+    const vorParameter* remembered(const vorParameter& scope, bool functions_only) const {
+        if (m_scope != &scope || m_functions_only != functions_only ||
+            m_generation != vorTreeGeneration::current())
+            return nullptr;
+        return m_member ? m_member : m_value.get();
+    }
 
 private:
     vorParameterKey m_key;

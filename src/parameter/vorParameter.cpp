@@ -409,6 +409,10 @@ vorParameterPtr vorParameter::evaluate_value(vorNumericValue* number) const {
     vorEvalLevel level(EVAL_EXPRESSION);
     if (level.refused())
         return vorParameterError::create(ERR_EXPRESSION);
+    // Arithmetic over numbers that read quietly: nothing to remember for
+    // other paths, no cycle to watch for.
+    if (number && vorComputeQuietly(*this, expr, *number))
+        return vorParameterPtr();
     // Another path of this read may have evaluated this parameter already.
     vorReadMemo::Evaluation memo(*this);
     if (vorParameterPtr reused = memo.reuse(); !reused.is_null())

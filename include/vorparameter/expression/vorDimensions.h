@@ -85,13 +85,28 @@ public:
     }
     friend bool operator!=(const vorDimensions& a, const vorDimensions& b) { return !(a == b); }
 
+    // Every arithmetic operator of numbers combines dimensions, so these are
+    // inline.
+
     /// Dimension of a product: exponents add. Invalid if either is invalid.
-    vorDimensions operator*(const vorDimensions& rhs) const;
+    vorDimensions operator*(const vorDimensions& rhs) const {
+        if (m_invalid || rhs.m_invalid)
+            return vorDimensions();
+        return of_exponents(m_M + rhs.m_M, m_L + rhs.m_L, m_T + rhs.m_T);
+    }
     /// Dimension of a quotient: exponents subtract. Invalid if either is.
-    vorDimensions operator/(const vorDimensions& rhs) const;
+    vorDimensions operator/(const vorDimensions& rhs) const {
+        if (m_invalid || rhs.m_invalid)
+            return vorDimensions();
+        return of_exponents(m_M - rhs.m_M, m_L - rhs.m_L, m_T - rhs.m_T);
+    }
     /// Dimension of a sum or difference: the common dimension when both are
     /// valid and equal, otherwise invalid (a length plus a time).
-    vorDimensions operator+(const vorDimensions& rhs) const;
+    vorDimensions operator+(const vorDimensions& rhs) const {
+        if (m_invalid || *this != rhs)
+            return vorDimensions();
+        return *this;
+    }
     /// Dimension of a power: exponents times n; pow(0) is dimensionless.
     vorDimensions pow(int n) const;
 
@@ -110,6 +125,19 @@ protected:
     void set_invalid();
 
 private:
+    // Exponents of a sum or difference of two dimensions, which int holds;
+    // invalid when one exceeds max_exponent.
+    static vorDimensions of_exponents(int mass, int length, int time) {
+        vorDimensions result;
+        if (fits(mass) && fits(length) && fits(time)) {
+            result.m_invalid = 0;
+            result.m_M = static_cast<std::int8_t>(mass);
+            result.m_L = static_cast<std::int8_t>(length);
+            result.m_T = static_cast<std::int8_t>(time);
+        }
+        return result;
+    }
+    static bool fits(int exponent) { return exponent >= -max_exponent && exponent <= max_exponent; }
     // Exponents combined in 64 bits; invalid when any falls outside int.
     static vorDimensions checked(std::int64_t mass, std::int64_t length, std::int64_t time);
 

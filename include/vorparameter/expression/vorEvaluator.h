@@ -93,7 +93,8 @@ public:
     static bool functions_only();
 
 private:
-    vorEvalFunctionType m_type;
+    /// What functions_only() answered before this guard.
+    bool m_previous;
 };
 
 /// What a vorEvalLevel stands for: a nested step of evaluation, or the
@@ -119,6 +120,8 @@ public:
 
     /// True once the current (or last) read has reached a limit.
     static bool limit_reached();
+    /// How many levels are held now.
+    static int depth();
     /// What an evaluation answers: `result`, or ERR_EXPRESSION once its read
     /// has reached a limit. A read that reaches one is lost as a whole, so an
     /// error written into an interpolated text, or dropped by a function,
@@ -164,6 +167,9 @@ public:
 
     void set_scope(const vorParameter* scope) { m_scope = scope; }
     const vorParameter* get_scope() const { return m_scope; }
+    /// The decimal point number literals may use besides the locale's, until
+    /// strict_decimal().
+    static constexpr char default_alt_decimal = ',';
     /// Makes "." the only decimal point of number literals (no decimal comma).
     void strict_decimal() { m_alt_decimal = '.'; }
     /// The parameters the last evaluation referred to, each once, in the order
@@ -278,7 +284,7 @@ private:
     char m_list_sep = ';';
     char m_decimal_point = '.';
     char m_list_sep_out = ';';
-    char m_alt_decimal = ',';
+    char m_alt_decimal = default_alt_decimal;
     int m_paren_depth = 0;
     int m_brace_depth = 0;
     bool m_after_number = false;

@@ -63,9 +63,8 @@ public:
     /// on-read callback or a range, the common case, answers from the cache
     /// in a few inlined tests.
     double get_double() const override {
-        if (m_literal && m_cache != empty_cache && !has_onread_callback() && !m_range)
-            return m_cache;
-        return read_double();
+        double value = 0.0;
+        return quiet_value(value) ? value : read_double();
     }
     /// get_double() rounded to the nearest integer, halves away from zero
     /// (2.5 gives 3, -2.5 gives -3). Values beyond the range of int give
@@ -131,7 +130,9 @@ public:
     void set_normalized_value(const utString& text);
 
 private:
-    friend class vorPlanRunner; // reads operands as the operators do
+    // Compiled expressions read operands as the operators do.
+    friend class vorPlanRunner;
+    friend class vorPlanKernel;
 
     /// The cache's "empty" mark. A literal whose value is this very number is
     /// parsed again at each read, which is correct, only slower.
@@ -147,6 +148,15 @@ private:
     /// What get_double reads: the on-read callback, the evaluated value and
     /// the range. Failures as for evaluate_number.
     vorParameterPtr read_number(double& value) const;
+    /// The value, when reading it can have no effect and needs no
+    /// evaluation: a parsed literal whose number is cached, with no on-read
+    /// callback and no range.
+    bool quiet_value(double& value) const {
+        if (!m_literal || m_cache == empty_cache || has_onread_callback() || m_range)
+            return false;
+        value = m_cache;
+        return true;
+    }
     /// read_number's value, or 0.0: get_double past its fast path.
     double read_double() const;
     /// read_number for an operand of an operator: an error passes through,
