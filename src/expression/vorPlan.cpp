@@ -293,15 +293,16 @@ public:
         : m_plan(plan)
         , m_scope(scope) {}
 
-    /// vorEvaluator(&scope).evaluate(text), with the text's plan first: the
-    /// cache is asked once, whichever way the text is then evaluated.
-    static Value evaluate_text(const vorParameter& scope, const utString& text) {
-        if (!vorEvaluator::compiled() || text.size() > vorEvaluator::max_expression_length)
+    /// vorEvaluator(&scope).evaluate(text), with the text's plan first.
+    static Value evaluate_text(const vorParameter& scope, const utString& text,
+                               const vorTextLookup& lookup) {
+        if (!lookup.compiled)
             return boxed(vorEvaluator(&scope).evaluate(text));
-        const vorProgramCache::Lookup lookup = vorProgramCache::find(
-            text, nlsUtils::decimal_point(), vorEvaluator::default_alt_decimal);
-        if (lookup.program && lookup.program->plan)
-            return lookup.program->plan->run(scope);
+        if (lookup.program && lookup.program->plan) {
+            // The run may evaluate other texts, which may change the cache.
+            const std::shared_ptr<const vorProgram> held = lookup.program->shared_from_this();
+            return held->plan->run(scope);
+        }
         vorEvaluator evaluator(&scope);
         if (auto program = evaluator.program_for(text, lookup.program, lookup.seen))
             return boxed(evaluator.run(std::move(program), text));
@@ -570,14 +571,25 @@ vorPlanResult vorPlan::run(const vorParameter& scope) const {
     return vorPlanRunner(*this, scope).run();
 }
 
-vorPlanResult vorEvaluateText(const vorParameter& scope, const utString& text) {
-    return vorPlanRunner::evaluate_text(scope, text);
+vorTextLookup vorLookUpText(const utString& text) {
+    vorTextLookup lookup;
+    lookup.compiled =
+        vorEvaluator::compiled() && text.size() <= vorEvaluator::max_expression_length;
+    if (lookup.compiled) {
+        const vorProgramCache::Lookup found = vorProgramCache::find(
+            text, nlsUtils::decimal_point(), vorEvaluator::default_alt_decimal);
+        lookup.program = found.program;
+        lookup.seen = found.seen;
+    }
+    return lookup;
 }
 
-bool vorComputeQuietly(const vorParameter& scope, const utString& text, vorNumericValue& number) {
-    if (!vorEvaluator::compiled() || text.size() > vorEvaluator::max_expression_length)
-        return false;
-    const vorProgram* program =
-        vorProgramCache::peek(text, nlsUtils::decimal_point(), vorEvaluator::default_alt_decimal);
-    return program && program->plan && program->plan->compute_quietly(scope, number);
+bool vorComputeQuietly(const vorParameter& scope, const vorTextLookup& text,
+                       vorNumericValue& number) {
+    return text.program && text.program->plan && text.program->plan->compute_quietly(scope, number);
+}
+
+vorPlanResult vorEvaluateText(const vorParameter& scope, const utString& text,
+                              const vorTextLookup& lookup) {
+    return vorPlanRunner::evaluate_text(scope, text, lookup);
 }

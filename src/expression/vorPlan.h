@@ -122,16 +122,31 @@ private:
     vorPlanKernel m_kernel;
 };
 
-/// What vorEvaluator(&scope).evaluate(text) answers, for a read of `scope`'s
-/// value: by the text's plan when the program cache holds one and compiled
-/// evaluation is on, otherwise as the evaluator does (which makes the plan on
-/// the text's second sight).
-vorPlanResult vorEvaluateText(const vorParameter& scope, const utString& text);
+/// What the program cache knows of a text a read evaluates: asked once per
+/// read, and valid until the next evaluation.
+struct vorTextLookup {
+    /// False when the text is evaluated without the cache (compiled
+    /// evaluation is off, or the text is too long to compile).
+    bool compiled = false;
+    /// The text's program, when the cache holds one.
+    const vorProgram* program = nullptr;
+    /// The cache has met the text before.
+    bool seen = false;
+};
+vorTextLookup vorLookUpText(const utString& text);
 
-/// The number `text` gives in `scope`, when compiled evaluation is on and the
-/// text's plan has a kernel that answers (vorPlanKernel.h): nothing was read
-/// that could have an effect, so the caller need not watch for cycles or
-/// remember the value. False when the text must be evaluated.
-bool vorComputeQuietly(const vorParameter& scope, const utString& text, vorNumericValue& number);
+/// The number `text` gives in `scope`, when its plan has a kernel that
+/// answers (vorPlanKernel.h): nothing was read that could have an effect, so
+/// the caller need not watch for cycles or remember the value. False when
+/// the text must be evaluated.
+bool vorComputeQuietly(const vorParameter& scope, const vorTextLookup& text,
+                       vorNumericValue& number);
+
+/// What vorEvaluator(&scope).evaluate(text) answers, for a read of `scope`'s
+/// value, `lookup` being the text's: by the text's plan when there is one,
+/// otherwise as the evaluator does (which makes the plan on the text's second
+/// sight).
+vorPlanResult vorEvaluateText(const vorParameter& scope, const utString& text,
+                              const vorTextLookup& lookup);
 
 #endif // VORPARAMETER_SRC_EXPRESSION_VORPLAN_H

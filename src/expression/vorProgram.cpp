@@ -87,22 +87,10 @@ vorProgramCache::Lookup vorProgramCache::find(const utString& text, char decimal
         const std::size_t hash = hash_of(text);
         return Lookup{nullptr, hash != 0 && seen_slot(state, hash) == hash};
     }
-    const std::shared_ptr<const vorProgram>& program = found->second;
+    const vorProgram* program = found->second.get();
     if (!program || program->decimal_point != decimal_point || program->alt_decimal != alt_decimal)
         return Lookup{nullptr, true};
     return Lookup{program, true};
-}
-
-const vorProgram* vorProgramCache::peek(const utString& text, char decimal_point,
-                                        char alt_decimal) {
-    const CacheState& state = cache_state();
-    const auto found = state.programs.find(text.str());
-    if (found == state.programs.end())
-        return nullptr;
-    const vorProgram* program = found->second.get();
-    if (!program || program->decimal_point != decimal_point || program->alt_decimal != alt_decimal)
-        return nullptr;
-    return program;
 }
 
 void vorProgramCache::store(const utString& text, std::shared_ptr<const vorProgram> program) {
@@ -160,10 +148,9 @@ std::shared_ptr<const vorProgram> vorEvaluator::program_for(const utString& text
 }
 
 std::shared_ptr<const vorProgram> vorEvaluator::program_for(const utString& text,
-                                                            std::shared_ptr<const vorProgram> found,
-                                                            bool seen) {
+                                                            const vorProgram* found, bool seen) {
     if (found)
-        return found;
+        return found->shared_from_this();
     // A text met for the first time is only noted: most texts evaluated once
     // are never evaluated again, and scanning them is cheaper than compiling.
     std::shared_ptr<const vorProgram> program = seen ? compile(text) : nullptr;

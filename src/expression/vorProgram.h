@@ -58,7 +58,7 @@ struct vorProgramToken {
     std::int8_t brace_delta = 0;
 };
 
-struct vorProgram {
+struct vorProgram : std::enable_shared_from_this<vorProgram> {
     static constexpr std::size_t max_cached_programs = 4096;
     static constexpr std::size_t max_cached_bytes = 32u << 20;
 
@@ -91,16 +91,14 @@ struct vorProgram {
 class vorProgramCache {
 public:
     struct Lookup {
-        /// The program of the text cut with the decimal points asked for.
-        std::shared_ptr<const vorProgram> program;
+        /// The program of the text cut with the decimal points asked for, or
+        /// null. Not a share of it: valid until the cache next changes (the
+        /// next evaluation); shared_from_this() keeps it longer.
+        const vorProgram* program = nullptr;
         /// The cache has met the text before.
-        bool seen;
+        bool seen = false;
     };
     static Lookup find(const utString& text, char decimal_point, char alt_decimal);
-    /// find's program, without taking a share of it: for a caller that is
-    /// done with it before anything could change the cache (before the next
-    /// evaluation).
-    static const vorProgram* peek(const utString& text, char decimal_point, char alt_decimal);
     /// Keeps `program` as the program of `text` (null: the text was met),
     /// within the bounds.
     static void store(const utString& text, std::shared_ptr<const vorProgram> program);

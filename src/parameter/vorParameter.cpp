@@ -409,9 +409,11 @@ vorParameterPtr vorParameter::evaluate_value(vorNumericValue* number) const {
     vorEvalLevel level(EVAL_EXPRESSION);
     if (level.refused())
         return vorParameterError::create(ERR_EXPRESSION);
+    const bool interpolated = type() == TYPE_STRING || type() == TYPE_ENUM;
+    const vorTextLookup lookup = interpolated ? vorTextLookup() : vorLookUpText(expr);
     // Arithmetic over numbers that read quietly: nothing to remember for
     // other paths, no cycle to watch for.
-    if (number && vorComputeQuietly(*this, expr, *number))
+    if (number && vorComputeQuietly(*this, lookup, *number))
         return vorParameterPtr();
     // Another path of this read may have evaluated this parameter already.
     vorReadMemo::Evaluation memo(*this);
@@ -419,10 +421,10 @@ vorParameterPtr vorParameter::evaluate_value(vorNumericValue* number) const {
         return vorEvalLevel::settle(std::move(reused));
     EvaluatingFlag flag(*this, &vorParameter::set_evaluating);
     vorParameterPtr result;
-    if (type() == TYPE_STRING || type() == TYPE_ENUM) {
+    if (interpolated) {
         vorEvaluator evaluator(this);
         result = vorParameterString::create_verbatim(evaluator.interpolate_string(expr));
-    } else if (vorPlanResult planned = vorEvaluateText(*this, expr);
+    } else if (vorPlanResult planned = vorEvaluateText(*this, expr, lookup);
                number && planned.node.is_null()) {
         // A plan's new number has no text to interpolate and passed the
         // limits: only the memo may want it as a parameter.

@@ -230,8 +230,8 @@ private:
     std::shared_ptr<const vorProgram> program_for(const utString& text);
     /// program_for, with the cache already asked: `found` is its program,
     /// `seen` whether it had met the text.
-    std::shared_ptr<const vorProgram>
-    program_for(const utString& text, std::shared_ptr<const vorProgram> found, bool seen);
+    std::shared_ptr<const vorProgram> program_for(const utString& text, const vorProgram* found,
+                                                  bool seen);
     /// Evaluates `text` by scanning it.
     vorParameterPtr scan(const utString& text);
     std::shared_ptr<const vorProgram> compile(const utString& text);
