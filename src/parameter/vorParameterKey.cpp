@@ -252,9 +252,17 @@ vorParameterKeyImplPtr vorParameterKeyImpl::remainder_impl() const {
     // anew each time must keep giving a record of its own.
     if (rest->type() == TYPE_MAP && m_remainder.size() <= max_cached_length) {
         m_rest = rest;
+        m_rest_record = rest.get();
         m_rest_synonyms = synonym_additions;
     }
     return rest;
+}
+
+const vorParameterKeyImpl* vorParameterKeyImpl::remembered_remainder() const {
+    // expired() reads the count without changing it, unlike lock().
+    if (m_rest_synonyms != synonym_additions || m_rest.expired())
+        return nullptr;
+    return m_rest_record;
 }
 
 const utString& vorParameterKeyImpl::str() const {

@@ -179,15 +179,21 @@ vorParameterPtr vorParameterMap::find_path(const vorParameterKey& key, bool as_c
             return vorParameterPtr();
         if (path->remainder().empty())
             return *member;
-        vorParameterKeyImplPtr rest = path->remainder_impl();
         vorParameter& node = **member;
         if (typeid(node) != typeid(vorParameterMap)) {
-            const vorParameterKey rest_key(std::move(rest));
+            const vorParameterKey rest_key(path->remainder_impl());
             return as_const ? static_cast<const vorParameter&>(node)[rest_key] : node[rest_key];
         }
         map = static_cast<const vorParameterMap*>(&node);
-        held_path = std::move(rest);
-        path = held_path.get();
+        // Nothing below changes the key cache, so a remembered record stays
+        // alive for the rest of the walk without a share of it.
+        if (const vorParameterKeyImpl* rest = path->remembered_remainder()) {
+            path = rest;
+        } else {
+            vorParameterKeyImplPtr rest_held = path->remainder_impl();
+            held_path = std::move(rest_held);
+            path = held_path.get();
+        }
     }
 }
 

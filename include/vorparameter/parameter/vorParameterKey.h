@@ -58,6 +58,11 @@ public:
     /// cached record is remembered (without keeping it alive), so that walking
     /// a path looks each remainder up in the cache once.
     vorParameterKeyImplPtr remainder_impl() const;
+    /// The record remainder_impl() remembers, without taking a share of it,
+    /// or null when remainder_impl() must be asked. Valid until the key cache
+    /// or the synonyms next change: for a walk down a path that changes
+    /// neither.
+    const vorParameterKeyImpl* remembered_remainder() const;
     const utString& str() const;
     const utString& last() const;
     /// The first component in lower case (cached), for case-insensitive lookup.
@@ -86,6 +91,8 @@ private:
     /// remainder_impl's answer, valid while the synonyms are those of
     /// m_rest_synonyms (new synonyms may change what a text stands for).
     mutable std::weak_ptr<const vorParameterKeyImpl> m_rest;
+    /// The record m_rest watches, for remembered_remainder().
+    mutable const vorParameterKeyImpl* m_rest_record = nullptr;
     mutable std::uint64_t m_rest_synonyms = 0;
 };
 

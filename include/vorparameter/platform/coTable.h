@@ -112,8 +112,7 @@ public:
     /// Appends `item`, whose key must not be in the table yet.
     Item& insert_new(Item item) {
         grow_index_for(m_live + 1);
-        const std::size_t hash = mixed(Hash()(KeyOf()(item)));
-        place({m_slots.size(), hash});
+        place({static_cast<std::uint32_t>(m_slots.size()), mixed(Hash()(KeyOf()(item)))});
         m_slots.emplace_back(std::move(item));
         ++m_live;
         return *m_slots.back();
@@ -157,21 +156,25 @@ private:
             rebuild_index(wanted);
     }
 
-    /// A slot number and the full hash of its key: probes compare hashes
-    /// before they touch an entry, and growing needs no key rehashed.
+    /// A slot number and the low half of its key's mixed hash: probes
+    /// compare hashes before they touch an entry, and growing needs no key
+    /// rehashed. Eight bytes, since a table keeps two to four per entry; so a
+    /// table addresses fewer than 2^32 - 1 slots (memory runs out long
+    /// before), and no index is ever larger than 2^32 buckets.
     struct Bucket {
-        std::size_t slot = npos;
-        std::size_t hash = 0;
+        std::uint32_t slot = empty_slot;
+        std::uint32_t hash = 0;
     };
+    static constexpr std::uint32_t empty_slot = UINT32_MAX;
 
     /// A key's hash, mixed so that keys with regular low bits (pointers,
     /// small integers) still spread over the buckets.
-    static std::size_t mixed(std::size_t key_hash) {
+    static std::uint32_t mixed(std::size_t key_hash) {
         std::uint64_t h = key_hash;
         h ^= h >> 33;
         h *= 0xff51afd7ed558ccdULL;
         h ^= h >> 33;
-        return static_cast<std::size_t>(h);
+        return static_cast<std::uint32_t>(h);
     }
 
     std::size_t mask() const { return m_buckets.size() - 1; }
@@ -179,10 +182,10 @@ private:
     std::size_t find_bucket(const Key& key, std::size_t key_hash) const {
         if (m_live == 0)
             return npos;
-        const std::size_t hash = mixed(key_hash);
+        const std::uint32_t hash = mixed(key_hash);
         for (std::size_t i = hash & mask();; i = (i + 1) & mask()) {
             const Bucket& bucket = m_buckets[i];
-            if (bucket.slot == npos)
+            if (bucket.slot == empty_slot)
                 return npos;
             if (bucket.hash == hash && KeyOf()(*m_slots[bucket.slot]) == key)
                 return i;
@@ -192,7 +195,7 @@ private:
     /// Puts `bucket` into the first free place of its probe run.
     void place(Bucket bucket) {
         std::size_t i = bucket.hash & mask();
-        while (m_buckets[i].slot != npos)
+        while (m_buckets[i].slot != empty_slot)
             i = (i + 1) & mask();
         m_buckets[i] = bucket;
     }
@@ -200,7 +203,7 @@ private:
     /// Empties the bucket at `hole` and moves later members of the probe run
     /// back, so that every key stays reachable from its home bucket.
     void unplace(std::size_t hole) {
-        for (std::size_t next = (hole + 1) & mask(); m_buckets[next].slot != npos;
+        for (std::size_t next = (hole + 1) & mask(); m_buckets[next].slot != empty_slot;
              next = (next + 1) & mask()) {
             const std::size_t home = m_buckets[next].hash & mask();
             // The entry may fill the hole unless its home lies after the hole,
@@ -217,25 +220,25 @@ private:
         std::vector<Bucket> old(bucket_count);
         old.swap(m_buckets);
         for (const Bucket& bucket : old)
-            if (bucket.slot != npos)
+            if (bucket.slot != empty_slot)
                 place(bucket);
     }
 
     /// Closes the holes, keeping the order, and renumbers the index.
     void pack() {
-        std::vector<std::size_t> moved_to(m_slots.size(), npos);
+        std::vector<std::uint32_t> moved_to(m_slots.size(), empty_slot);
         std::size_t next = 0;
         for (std::size_t i = 0; i < m_slots.size(); ++i) {
             if (!m_slots[i])
                 continue;
-            moved_to[i] = next;
+            moved_to[i] = static_cast<std::uint32_t>(next);
             if (i != next)
                 m_slots[next] = std::move(m_slots[i]);
             ++next;
         }
         m_slots.resize(next);
         for (Bucket& bucket : m_buckets)
-            if (bucket.slot != npos)
+            if (bucket.slot != empty_slot)
                 bucket.slot = moved_to[bucket.slot];
     }
 
