@@ -173,7 +173,7 @@ vorParameterPtr vorEvaluator::evaluate(const utString& text) {
     }
     if (compiled())
         if (std::shared_ptr<const vorProgram> program = program_for(text))
-            return run(std::move(program), text);
+            return run(std::move(program));
     return scan(text);
 }
 

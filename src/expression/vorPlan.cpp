@@ -21,7 +21,9 @@
 #include "vorparameter/platform/nlsUtils.h"
 #include "vorparameter/platform/vorStringUtils.h"
 
+#include <array>
 #include <cmath>
+#include <cstdint>
 #include <iterator>
 
 vorParameterPtr vorPlanResult::to_parameter() const {
@@ -305,7 +307,7 @@ public:
         }
         vorEvaluator evaluator(&scope);
         if (auto program = evaluator.program_for(text, lookup.program, lookup.seen))
-            return boxed(evaluator.run(std::move(program), text));
+            return boxed(evaluator.run(std::move(program)));
         return boxed(evaluator.scan(text));
     }
 
@@ -571,16 +573,45 @@ vorPlanResult vorPlan::run(const vorParameter& scope) const {
     return vorPlanRunner(*this, scope).run();
 }
 
-vorTextLookup vorLookUpText(const utString& text) {
+namespace {
+
+/// The program a parameter found at its last read.
+struct RecentProgram {
+    const vorParameter* reader = nullptr;
+    const vorProgram* program = nullptr;
+    std::uint64_t cache_version = 0;
+};
+
+constexpr std::size_t recent_programs = 1024;
+
+RecentProgram& recent_program_of(const vorParameter& reader) {
+    static std::array<RecentProgram, recent_programs> recent;
+    const auto address = reinterpret_cast<std::uintptr_t>(&reader);
+    return recent[(address / alignof(vorParameter)) % recent_programs];
+}
+
+} // namespace
+
+vorTextLookup vorLookUpText(const vorParameter& scope, const utString& text) {
     vorTextLookup lookup;
     lookup.compiled =
         vorEvaluator::compiled() && text.size() <= vorEvaluator::max_expression_length;
-    if (lookup.compiled) {
-        const vorProgramCache::Lookup found = vorProgramCache::find(
-            text, nlsUtils::decimal_point(), vorEvaluator::default_alt_decimal);
-        lookup.program = found.program;
-        lookup.seen = found.seen;
+    if (!lookup.compiled)
+        return lookup;
+    const char decimal_point = nlsUtils::decimal_point();
+    RecentProgram& recent = recent_program_of(scope);
+    if (recent.reader == &scope && recent.cache_version == vorProgramCache::version() &&
+        recent.program->decimal_point == decimal_point && recent.program->text == text) {
+        lookup.program = recent.program;
+        lookup.seen = true;
+        return lookup;
     }
+    const vorProgramCache::Lookup found =
+        vorProgramCache::find(text, decimal_point, vorEvaluator::default_alt_decimal);
+    lookup.program = found.program;
+    lookup.seen = found.seen;
+    if (found.program)
+        recent = {&scope, found.program, vorProgramCache::version()};
     return lookup;
 }
 

@@ -123,7 +123,11 @@ private:
 };
 
 /// What the program cache knows of a text a read evaluates: asked once per
-/// read, and valid until the next evaluation.
+/// read, and valid until the next evaluation. A parameter read again and
+/// again finds its program without hashing its text: the program each
+/// parameter found last is remembered, by the parameter's address, in a
+/// table of fixed size, and used while the cache has dropped no program and
+/// the parameter's text is still the program's.
 struct vorTextLookup {
     /// False when the text is evaluated without the cache (compiled
     /// evaluation is off, or the text is too long to compile).
@@ -133,7 +137,7 @@ struct vorTextLookup {
     /// The cache has met the text before.
     bool seen = false;
 };
-vorTextLookup vorLookUpText(const utString& text);
+vorTextLookup vorLookUpText(const vorParameter& scope, const utString& text);
 
 /// The number `text` gives in `scope`, when its plan has a kernel that
 /// answers (vorPlanKernel.h): nothing was read that could have an effect, so

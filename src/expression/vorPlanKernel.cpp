@@ -230,6 +230,10 @@ bool vorPlanKernel::run(const std::vector<vorCachedName>& names, const vorParame
         }
         }
     }
-    result = stack[0];
+    // Field by field: the last step wrote them so, and one wide read of them
+    // would wait for those writes to land.
+    result.value = stack[0].value;
+    result.kind = stack[0].kind;
+    result.dim = stack[0].dim;
     return true;
 }

@@ -14,20 +14,21 @@
 #include "vorparameter/expression/vorParameterError.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
 #include "vorparameter/expression/vorParameterString.h"
+#include "vorparameter/platform/coTable.h"
 #include "vorparameter/platform/nlsUtils.h"
 
 #include <array>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 namespace {
 
 bool g_compiled = true;
 
 struct CacheState {
-    std::unordered_map<std::string, std::shared_ptr<const vorProgram>> programs;
+    coTable<utString, std::shared_ptr<const vorProgram>> programs;
     std::size_t bytes = 0;
+    std::uint64_t version = 0;
     /// The hashes of texts met once, each in the slot its hash picks. Two
     /// texts sharing a slot only make one of them wait a sight longer for
     /// its program; two with the same hash only make one compiled a sight
@@ -36,7 +37,7 @@ struct CacheState {
 };
 
 std::size_t hash_of(const utString& text) {
-    return std::hash<std::string_view>()(text.view());
+    return std::hash<utString>()(text);
 }
 
 std::size_t& seen_slot(CacheState& state, std::size_t hash) {
@@ -60,8 +61,7 @@ bool same_reading(const vorProgramToken& a, const vorProgramToken& b) {
 // Programs and their cache
 //===----------------------------------------------------------------------===//
 
-utString vorProgram::text_after(const utString& text, std::size_t tokens_read,
-                                std::size_t position) const {
+utString vorProgram::text_after(std::size_t tokens_read, std::size_t position) const {
     if (tokens_read <= first_rewrite)
         return text;
     vorWideString wide = vorMultiByteToWideChar::convert(text.view());
@@ -72,7 +72,8 @@ utString vorProgram::text_after(const utString& text, std::size_t tokens_read,
 std::size_t vorProgram::footprint() const {
     std::size_t bytes = sizeof(vorProgram) + readings.capacity() * sizeof(vorProgramToken) +
                         tokens.capacity() * sizeof(tokens[0]) +
-                        rewritten.capacity() * sizeof(char32_t) + (plan ? plan->footprint() : 0);
+                        rewritten.capacity() * sizeof(char32_t) + text.size() +
+                        (plan ? plan->footprint() : 0);
     for (const vorProgramToken& reading : readings)
         if (reading.text.size() >= sizeof(std::string)) // beyond the small-string buffer
             bytes += reading.text.size() + 1;
@@ -82,12 +83,11 @@ std::size_t vorProgram::footprint() const {
 vorProgramCache::Lookup vorProgramCache::find(const utString& text, char decimal_point,
                                               char alt_decimal) {
     CacheState& state = cache_state();
-    const auto found = state.programs.find(text.str());
-    if (found == state.programs.end()) {
-        const std::size_t hash = hash_of(text);
+    const std::size_t hash = hash_of(text);
+    const auto* found = state.programs.find(text, hash);
+    if (!found)
         return Lookup{nullptr, hash != 0 && seen_slot(state, hash) == hash};
-    }
-    const vorProgram* program = found->second.get();
+    const vorProgram* program = found->get();
     if (!program || program->decimal_point != decimal_point || program->alt_decimal != alt_decimal)
         return Lookup{nullptr, true};
     return Lookup{program, true};
@@ -103,10 +103,10 @@ void vorProgramCache::store(const utString& text, std::shared_ptr<const vorProgr
     const std::size_t bytes = program->footprint() + text.size();
     if (bytes > vorProgram::max_cached_bytes / 8)
         return;
-    auto found = state.programs.find(text.str());
-    if (found != state.programs.end()) {
-        state.bytes -= found->second->footprint() + text.size();
-        found->second = std::move(program);
+    if (auto* found = state.programs.find(text)) {
+        state.bytes -= (*found)->footprint() + text.size();
+        *found = std::move(program);
+        ++state.version;
         state.bytes += bytes;
         return;
     }
@@ -114,9 +114,14 @@ void vorProgramCache::store(const utString& text, std::shared_ptr<const vorProgr
         state.bytes + bytes > vorProgram::max_cached_bytes) {
         state.programs.clear();
         state.bytes = 0;
+        ++state.version;
     }
-    state.programs.emplace(text.str(), std::move(program));
+    state.programs.set(text, std::move(program));
     state.bytes += bytes;
+}
+
+std::uint64_t vorProgramCache::version() {
+    return cache_state().version;
 }
 
 std::size_t vorProgramCache::size() {
@@ -162,6 +167,7 @@ std::shared_ptr<const vorProgram> vorEvaluator::program_for(const utString& text
 std::shared_ptr<const vorProgram> vorEvaluator::compile(const utString& text) {
     begin(text);
     auto program = std::make_shared<vorProgram>();
+    program->text = text;
     program->length = m_wide_expr.size();
     program->decimal_point = m_decimal_point;
     program->alt_decimal = m_alt_decimal;
@@ -246,7 +252,7 @@ std::size_t vorEvaluator::expr_length() const {
     return m_program ? m_program->length : m_wide_expr.size();
 }
 
-vorParameterPtr vorEvaluator::run(std::shared_ptr<const vorProgram> program, const utString& text) {
+vorParameterPtr vorEvaluator::run(std::shared_ptr<const vorProgram> program) {
     reset_state();
     m_program = std::move(program);
     m_decimal_point = m_program->decimal_point;
@@ -257,7 +263,7 @@ vorParameterPtr vorEvaluator::run(std::shared_ptr<const vorProgram> program, con
                                                                                 : ERR_SYNTAX);
     else if (!is_error(result) && lexical_error_pending())
         result = m_token_value; // as evaluate() answers after a scan
-    m_expr = m_program->text_after(text, m_next_token, static_cast<std::size_t>(m_pos));
+    m_expr = m_program->text_after(m_next_token, static_cast<std::size_t>(m_pos));
     m_program.reset();
     return vorEvalLevel::settle(std::move(result));
 }

@@ -67,7 +67,8 @@ struct vorProgram : std::enable_shared_from_this<vorProgram> {
     /// By token, the index in `readings` of its reading after an operand
     /// ([0]) and where an operand is expected ([1]).
     std::vector<std::array<std::uint32_t, 2>> tokens;
-    /// The text's length in code points.
+    /// The text it was cut from, and its length in code points.
+    utString text;
     std::size_t length = 0;
     /// The decimal points the text was cut with.
     char decimal_point = '.';
@@ -82,7 +83,7 @@ struct vorProgram : std::enable_shared_from_this<vorProgram> {
 
     /// The text as the tokenizer leaves it after reading `tokens_read` tokens,
     /// which ended at `position`.
-    utString text_after(const utString& text, std::size_t tokens_read, std::size_t position) const;
+    utString text_after(std::size_t tokens_read, std::size_t position) const;
     /// An estimate of the heap the program holds, in bytes.
     std::size_t footprint() const;
 };
@@ -99,6 +100,10 @@ public:
         bool seen = false;
     };
     static Lookup find(const utString& text, char decimal_point, char alt_decimal);
+    /// Advances whenever a program leaves the cache (replaced, or dropped
+    /// when the cache is full): a program found at one version is alive while
+    /// the version stays.
+    static std::uint64_t version();
     /// Keeps `program` as the program of `text` (null: the text was met),
     /// within the bounds.
     static void store(const utString& text, std::shared_ptr<const vorProgram> program);

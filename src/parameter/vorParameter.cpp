@@ -400,8 +400,18 @@ vorParameterPtr vorParameter::evaluate_value(vorNumericValue* number) const {
         vorReadMemo::disturb();
         return vorParameterError::create(ERR_EXPRESSION);
     }
-    utString expr = get_expr();
-    if (expr.empty())
+    // The text. The library's number reads its own in place, after the
+    // on-read callback that its get_expr() runs, until something could
+    // change it.
+    utString expr;
+    const utString* text = &expr;
+    if (number && &ut_dynamic_type() == &vorParameterNumeric::ut_static_type()) {
+        onread_callback();
+        text = &static_cast<const vorParameterScalar&>(*this).get_value();
+    } else {
+        expr = get_expr();
+    }
+    if (text->empty())
         return vorParameterError::create(ERR_TYPE);
 
     // One level of nesting and one evaluation of the read's budget, however
@@ -409,12 +419,14 @@ vorParameterPtr vorParameter::evaluate_value(vorNumericValue* number) const {
     vorEvalLevel level(EVAL_EXPRESSION);
     if (level.refused())
         return vorParameterError::create(ERR_EXPRESSION);
-    const bool interpolated = type() == TYPE_STRING || type() == TYPE_ENUM;
-    const vorTextLookup lookup = interpolated ? vorTextLookup() : vorLookUpText(expr);
+    const bool interpolated = !number && (type() == TYPE_STRING || type() == TYPE_ENUM);
+    const vorTextLookup lookup = interpolated ? vorTextLookup() : vorLookUpText(*this, *text);
     // Arithmetic over numbers that read quietly: nothing to remember for
     // other paths, no cycle to watch for.
     if (number && vorComputeQuietly(*this, lookup, *number))
         return vorParameterPtr();
+    if (text != &expr)
+        expr = *text;
     // Another path of this read may have evaluated this parameter already.
     vorReadMemo::Evaluation memo(*this);
     if (vorParameterPtr reused = memo.reuse(); !reused.is_null())

@@ -23,12 +23,15 @@
 
 class vorTreeGeneration {
 public:
-    static std::uint64_t current() { return counter().load(std::memory_order_relaxed); }
+    static std::uint64_t current() { return s_counter.load(std::memory_order_relaxed); }
     /// Called by every change that could alter what a name resolves to.
-    static void advance() { counter().fetch_add(1, std::memory_order_relaxed); }
+    static void advance() { s_counter.fetch_add(1, std::memory_order_relaxed); }
 
 private:
-    static std::atomic<std::uint64_t>& counter();
+    // Inline, so that a compiled expression checks each of its names with
+    // one load. Only the library's own code includes this header, so the
+    // shared library holds the one instance.
+    static inline std::atomic<std::uint64_t> s_counter{0};
 };
 
 #endif // VORPARAMETER_SRC_PARAMETER_VORTREEGENERATION_H

@@ -238,7 +238,7 @@ private:
     /// Reads the next token of the text in compilation; false when the text
     /// ends or cannot be read.
     bool compile_token(vorCharTypes& types, vorProgram& program);
-    vorParameterPtr run(std::shared_ptr<const vorProgram> program, const utString& text);
+    vorParameterPtr run(std::shared_ptr<const vorProgram> program);
     /// next_token from the program.
     void next_program_token(int expect_operand);
     /// The length of the text being read, in code points.
