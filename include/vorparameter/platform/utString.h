@@ -83,8 +83,12 @@ public:
     /// Whole-text integer parse with overflow detection (decimal, optional sign).
     bool parse_int(long long& value) const;
 
-    friend bool operator==(const utString& a, const utString& b) { return a.m_text == b.m_text; }
-    friend bool operator!=(const utString& a, const utString& b) { return a.m_text != b.m_text; }
+    friend bool operator==(const utString& a, const utString& b) {
+        return same_text(a.m_text, b.m_text);
+    }
+    friend bool operator!=(const utString& a, const utString& b) {
+        return !same_text(a.m_text, b.m_text);
+    }
     friend bool operator==(const utString& a, const char* b) { return a.m_text == b; }
     friend bool operator!=(const utString& a, const char* b) { return a.m_text != b; }
     friend bool operator==(const char* a, const utString& b) { return b.m_text == a; }
@@ -95,6 +99,20 @@ public:
     friend utString operator+(const char* a, const utString& b) { return utString(a) += b; }
 
 private:
+    // Names, the texts compared most often (every lookup in a map compares
+    // one), are short: comparing those in line beats a call to memcmp.
+    static bool same_text(const std::string& a, const std::string& b) {
+        const std::size_t size = a.size();
+        if (size != b.size())
+            return false;
+        if (size > 16)
+            return a.compare(b) == 0;
+        for (std::size_t i = 0; i < size; ++i)
+            if (a[i] != b[i])
+                return false;
+        return true;
+    }
+
     std::string m_text;
     bool m_invalid = false;
 };
