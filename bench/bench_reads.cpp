@@ -61,17 +61,18 @@ void BM_ReadLongExpression(benchmark::State& state) {
 }
 BENCHMARK(BM_ReadLongExpression);
 
-/// The text of the i-th new expression: never seen before in the run, so no
-/// cache of compiled texts can answer it. Both engines pay for making it.
-std::string new_text(std::size_t i) {
-    return "a*2+b+" + std::to_string(i);
+/// The text of a new expression, never seen before in the process: the count
+/// goes on across the benchmark's runs and repetitions, so no cache of
+/// compiled texts can answer it. Both engines pay for making it.
+std::string next_new_text() {
+    static std::size_t count = 0;
+    return "a*2+b+" + std::to_string(++count);
 }
 
 void BM_SetNewTextThenRead(benchmark::State& state) {
     ExpressionTree tree(short_expression);
-    std::size_t i = 0;
     for (auto _ : state) {
-        tree.x->set_string(utString(new_text(++i)));
+        tree.x->set_string(utString(next_new_text()));
         benchmark::DoNotOptimize(tree.x->get_double());
     }
 }
@@ -210,9 +211,8 @@ BENCHMARK(BM_ReadLongExpressionYardstick);
 
 void BM_SetNewTextThenReadYardstick(benchmark::State& state) {
     MuParserFixture mu(short_expression);
-    std::size_t i = 0;
     for (auto _ : state) {
-        mu.parser.SetExpr(new_text(++i));
+        mu.parser.SetExpr(next_new_text());
         benchmark::DoNotOptimize(mu.parser.Eval());
     }
 }

@@ -89,24 +89,25 @@ public:
     friend bool operator!=(const utString& a, const utString& b) {
         return !same_text(a.m_text, b.m_text);
     }
-    friend bool operator==(const utString& a, const char* b) { return a.m_text == b; }
-    friend bool operator!=(const utString& a, const char* b) { return a.m_text != b; }
-    friend bool operator==(const char* a, const utString& b) { return b.m_text == a; }
-    friend bool operator!=(const char* a, const utString& b) { return b.m_text != a; }
+    friend bool operator==(const utString& a, const char* b) { return same_text(a.m_text, b); }
+    friend bool operator!=(const utString& a, const char* b) { return !same_text(a.m_text, b); }
+    friend bool operator==(const char* a, const utString& b) { return same_text(b.m_text, a); }
+    friend bool operator!=(const char* a, const utString& b) { return !same_text(b.m_text, a); }
     friend bool operator<(const utString& a, const utString& b) { return a.m_text < b.m_text; }
 
     friend utString operator+(utString a, std::string_view b) { return a += b; }
     friend utString operator+(const char* a, const utString& b) { return utString(a) += b; }
 
 private:
-    // Names, the texts compared most often (every lookup in a map compares
-    // one), are short: comparing those in line beats a call to memcmp.
-    static bool same_text(const std::string& a, const std::string& b) {
+    // Names and operators, the texts compared most often (every lookup in a
+    // map compares a name, every step of the parser an operator), are short:
+    // comparing those in line beats a call to memcmp.
+    static bool same_text(std::string_view a, std::string_view b) {
         const std::size_t size = a.size();
         if (size != b.size())
             return false;
         if (size > 16)
-            return a.compare(b) == 0;
+            return a == b;
         for (std::size_t i = 0; i < size; ++i)
             if (a[i] != b[i])
                 return false;
