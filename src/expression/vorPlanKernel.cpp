@@ -11,6 +11,8 @@
 
 #include "vorPlan.h"
 
+#include "parameter/vorReadMemo.h"
+
 #include "vorparameter/expression/vorEvaluator.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
 
@@ -191,6 +193,7 @@ bool vorPlanKernel::run(const std::vector<vorCachedName>& names, const vorParame
     const bool functions_only = vorEvalFunction::functions_only();
     vorNumericValue* stack = m_stack.data();
     std::size_t top = 0; // the number of values on the stack
+    bool called = false;
     for (const Step& step : m_steps) {
         switch (step.code) {
         case Step::NUMBER:
@@ -226,10 +229,18 @@ bool vorPlanKernel::run(const std::vector<vorCachedName>& names, const vorParame
                 numbers[i] = stack[top + i].value;
             if (!take(kernel->apply(numbers.data()), stack[top++]))
                 return false;
+            called = true;
             break;
         }
         }
     }
+    // A read that called a function is not remembered for other paths of
+    // the read, as when the plan runs (the memo cannot tell a standard
+    // function from one that reads a clock), so that both count the same
+    // evaluations against the read's budget. Only a kernel that answers
+    // disturbs the memo: one that gives up leaves that to the plan.
+    if (called)
+        vorReadMemo::disturb();
     // Field by field: the last step wrote them so, and one wide read of them
     // would wait for those writes to land.
     result.value = stack[0].value;

@@ -20,7 +20,9 @@
 //     left of the nesting budget, so no level could be refused.
 // Reading such numbers and computing on them changes nothing, so when any of
 // this does not hold the kernel gives up and the plan runs as before, from
-// the start, with nothing to undo.
+// the start, with nothing to undo. A kernel that answers after calling a
+// function disturbs the read memo as the plan's call would, so that both
+// keep the same values and count the same evaluations.
 //
 // A plan has a kernel when its text is only numbers, names, calls of names
 // with arguments, "(...)" around one value, prefix "+" and "-", arithmetic

@@ -178,3 +178,26 @@ TEST(CompiledArithmetic, MeetsTheNestingLimitWhereTheInterpreterDoes) {
     EXPECT_GT(deepest_valid, 50);
     EXPECT_LT(deepest_valid, 260) << "the chain reaches past the limit";
 }
+
+TEST(CompiledArithmetic, SpendsTheReadsBudgetAsTheInterpreterDoes) {
+    // Each level reads the one below twice: what the read memo may keep (not
+    // values computed through a function call) decides how many evaluations
+    // the read spends.
+    vorParameterLibRoot root("job");
+    root.add("a", real(4));
+    for (const char* text : {"sqrt(a) + 1", "a * 2 + 1"}) {
+        root.add("q0", real(0))->set_string(text);
+        for (int i = 1; i <= 4; ++i)
+            root.add(("q" + std::to_string(i)).c_str(), real(0))
+                ->set_string(
+                    ("q" + std::to_string(i - 1) + " + q" + std::to_string(i - 1)).c_str());
+        const vorParameterPtr top = root["q4"];
+        for (long budget = 1; budget <= 40; ++budget) {
+            const long previous = vorEvaluator::set_max_evaluations(budget);
+            const std::string scanned = evaluated(top, false);
+            for (int i = 0; i < 3; ++i)
+                EXPECT_EQ(evaluated(top, true), scanned) << text << ", budget " << budget;
+            vorEvaluator::set_max_evaluations(previous);
+        }
+    }
+}

@@ -57,8 +57,9 @@
 // scanned afresh. A parameter reading its own value goes one step further:
 // it runs the text's plan (src/expression/vorPlan.h), the parse taken once,
 // with names resolved once while the tree keeps its shape and plain numbers
-// computed without making a parameter of each. set_compiled(false) makes
-// every evaluation scan its text.
+// computed without making a parameter of each; a plan of plain arithmetic
+// over literal numbers runs on doubles alone (src/expression/vorPlanKernel.h).
+// set_compiled(false) makes every evaluation scan its text.
 //
 // Evaluators are used from the host's one thread (the operator tables, the
 // nesting count, the evaluation budget and the program cache are
