@@ -105,20 +105,20 @@ utString normalized_number(const utString& text) {
 vorParameterNumeric::vorParameterNumeric(vorParameterSubType subtype, const vorDimensions& dim,
                                          double value)
     : vorParameterScalar(vorformat_double_exact(value))
-    , m_subtype(valid_subtype(subtype) ? subtype : SUB_NUMBER)
+    , m_subtype(static_cast<std::uint8_t>(valid_subtype(subtype) ? subtype : SUB_NUMBER))
+    , m_literal(std::isfinite(value))
     , m_dim(dim)
     // The exact text of a finite number reads back to that very number, so
     // the cache can be filled without parsing it.
-    , m_cache(std::isfinite(value) ? value : empty_cache)
-    , m_literal(std::isfinite(value)) {}
+    , m_cache(std::isfinite(value) ? value : empty_cache) {}
 
 vorParameterNumeric::vorParameterNumeric(const vorParameterNumeric& other)
     : vorParameterScalar(other)
     , m_subtype(other.m_subtype)
+    , m_literal(other.m_literal)
     , m_dim(other.m_dim)
     , m_cache(other.m_cache)
-    , m_range(other.m_range ? std::make_unique<const vorRange>(*other.m_range) : nullptr)
-    , m_literal(other.m_literal) {}
+    , m_range(other.m_range ? std::make_unique<const vorRange>(*other.m_range) : nullptr) {}
 
 const vorRange& vorParameterNumeric::get_range() const {
     static const vorRange none;
@@ -130,11 +130,11 @@ vorParameterPtr vorParameterNumeric::create_bool(int truth) {
 }
 
 utString vorParameterNumeric::get_xml_typename() const {
-    return names_of(m_subtype).xml;
+    return names_of(subtype()).xml;
 }
 
 utString vorParameterNumeric::print(int) const {
-    utString line = utString("(") + names_of(m_subtype).print;
+    utString line = utString("(") + names_of(subtype()).print;
     if (!is_valid())
         line += " !";
     line += ") ";

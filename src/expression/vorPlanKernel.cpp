@@ -159,7 +159,7 @@ bool vorPlanKernel::read_quietly(const vorParameter* node, vorNumericValue& numb
     const auto& numeric = static_cast<const vorParameterNumeric&>(*node);
     if (!numeric.quiet_value(number.value))
         return false;
-    number.kind = numeric.m_subtype;
+    number.kind = static_cast<vorParameterSubType>(numeric.m_subtype);
     number.dim = numeric.m_dim;
     return true;
 }

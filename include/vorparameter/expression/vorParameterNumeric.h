@@ -29,6 +29,7 @@
 #include "vorparameter/expression/vorParameterScalar.h"
 #include "vorparameter/expression/vorRange.h"
 
+#include <cstdint>
 #include <limits>
 #include <memory>
 
@@ -49,7 +50,9 @@ public:
     static bool valid_subtype(int subtype) { return subtype >= SUB_NUMBER && subtype <= SUB_ANGLE; }
 
     vorParameter* create_new() const override { return new vorParameterNumeric(*this); }
-    vorParameterSubType subtype() const override { return m_subtype; }
+    vorParameterSubType subtype() const override {
+        return static_cast<vorParameterSubType>(m_subtype);
+    }
     vorParameterType type() const override { return TYPE_NUMERIC; }
     /// "real", "int", "bool", "angle"; empty for SUB_NUMBER.
     utString get_xml_typename() const override;
@@ -164,14 +167,15 @@ private:
     vorParameterPtr read_operand(double& value) const;
 
     // Every number of a tree carries these, so they are laid out without
-    // padding and the rarely set range lives apart.
-    vorParameterSubType m_subtype;
+    // padding (the kind in one byte, beside the flag) and the rarely set
+    // range lives apart.
+    std::uint8_t m_subtype;
+    /// The text is a plain number; set with the text.
+    bool m_literal = false;
     vorDimensions m_dim;
     mutable double m_cache = empty_cache;
     /// Null until a range is set.
     std::unique_ptr<const vorRange> m_range;
-    /// The text is a plain number; set with the text.
-    bool m_literal = false;
 };
 
 #endif // VORPARAMETER_EXPRESSION_VORPARAMETERNUMERIC_H

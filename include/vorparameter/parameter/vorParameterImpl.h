@@ -15,7 +15,9 @@
 #include "vorparameter/platform/coContainers.h"
 #include "vorparameter/platform/utString.h"
 
+#include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <utility>
 
@@ -39,18 +41,23 @@ struct vorParameterImpl {
     int mirror_mode = MIRROR_NONE;
 
     vorParameterImpl() = default;
+    /// A record with `other`'s texts, held by nobody yet.
     vorParameterImpl(const vorParameterImpl& other)
         : name(other.name)
         , mirror_mode(other.mirror_mode)
         , m_details(other.m_details ? std::make_unique<vorParameterImplDetails>(*other.m_details)
                                     : nullptr) {}
+    /// Takes `other`'s texts; the handles that hold this record stay.
     vorParameterImpl& operator=(const vorParameterImpl& other) {
-        vorParameterImpl copy(other);
-        std::swap(*this, copy);
+        if (this != &other) {
+            name = other.name;
+            mirror_mode = other.mirror_mode;
+            m_details = other.m_details
+                            ? std::make_unique<vorParameterImplDetails>(*other.m_details)
+                            : nullptr;
+        }
         return *this;
     }
-    vorParameterImpl(vorParameterImpl&&) noexcept = default;
-    vorParameterImpl& operator=(vorParameterImpl&&) noexcept = default;
     ~vorParameterImpl() = default;
 
     /// The rarely used texts; a record that never had them reads the
@@ -67,33 +74,75 @@ struct vorParameterImpl {
     }
 
 private:
+    friend class vorParameterImplPtr;
+
+    // The count of the handles that hold the record lives in it, where the
+    // padding after mirror_mode has room: every named node has a record.
+    mutable std::atomic<int> m_handles{0};
     std::unique_ptr<vorParameterImplDetails> m_details;
 };
 
+/// The counted handle to a record (atomic counts, like a shared pointer).
+/// Every node holds one, so it is one word: the record's address, whose
+/// lowest bit (always clear in an address of a record) marks the external
+/// form.
 class vorParameterImplPtr {
 public:
     /// A fresh record with every text empty.
     vorParameterImplPtr()
-        : m_impl(std::make_shared<vorParameterImpl>()) {}
+        : vorParameterImplPtr(new vorParameterImpl(), owned) {}
     /// No record yet.
     explicit vorParameterImplPtr(std::nullptr_t) {}
     /// Wraps a record owned elsewhere; it is never deleted through this handle.
     vorParameterImplPtr(coPrfExtern, vorParameterImpl* impl)
-        : m_impl(impl, [](vorParameterImpl*) {}) {}
+        : vorParameterImplPtr(impl, external) {}
     /// A private copy of `other`'s record.
     static vorParameterImplPtr clone_of(const vorParameterImpl& other) {
-        vorParameterImplPtr copy;
-        *copy.m_impl = other;
-        return copy;
+        return vorParameterImplPtr(new vorParameterImpl(other), owned);
     }
 
-    vorParameterImpl* operator->() const { return m_impl.get(); }
-    vorParameterImpl& operator*() const { return *m_impl; }
-    bool unique() const { return m_impl.use_count() == 1; }
-    explicit operator bool() const { return m_impl != nullptr; }
+    vorParameterImplPtr(const vorParameterImplPtr& other)
+        : m_bits(other.m_bits) {
+        acquire();
+    }
+    vorParameterImplPtr(vorParameterImplPtr&& other) noexcept
+        : m_bits(std::exchange(other.m_bits, 0)) {}
+    vorParameterImplPtr& operator=(vorParameterImplPtr other) noexcept {
+        std::swap(m_bits, other.m_bits);
+        return *this;
+    }
+    ~vorParameterImplPtr() { release(); }
+
+    vorParameterImpl* operator->() const { return get(); }
+    vorParameterImpl& operator*() const { return *get(); }
+    /// True when this is the only handle to the record.
+    bool unique() const { return get() && get()->m_handles.load(std::memory_order_acquire) == 1; }
+    explicit operator bool() const { return m_bits != 0; }
 
 private:
-    std::shared_ptr<vorParameterImpl> m_impl;
+    static constexpr std::uintptr_t owned = 0;
+    static constexpr std::uintptr_t external = 1;
+    static_assert(alignof(vorParameterImpl) > 1, "the lowest bit of a record's address is free");
+
+    vorParameterImplPtr(vorParameterImpl* impl, std::uintptr_t form)
+        : m_bits(impl ? reinterpret_cast<std::uintptr_t>(impl) | form : 0) {
+        acquire();
+    }
+    vorParameterImpl* get() const {
+        return reinterpret_cast<vorParameterImpl*>(m_bits & ~external);
+    }
+    void acquire() const {
+        if (vorParameterImpl* impl = get())
+            impl->m_handles.fetch_add(1, std::memory_order_relaxed);
+    }
+    void release() {
+        vorParameterImpl* impl = get();
+        if (impl && impl->m_handles.fetch_sub(1, std::memory_order_acq_rel) == 1 &&
+            (m_bits & external) == 0)
+            delete impl;
+    }
+
+    std::uintptr_t m_bits = 0;
 };
 
 #endif // VORPARAMETER_PARAMETER_VORPARAMETERIMPL_H
