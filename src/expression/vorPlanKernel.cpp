@@ -176,10 +176,16 @@ bool take(const vorNumericOutcome& outcome, vorNumericValue& number) {
 } // namespace
 
 const vorLibKernel* vorPlanKernel::kernel_of(const Step& call, const vorParameter& function) {
+    // The address alone could be a new node's: the tree generation tells
+    // that no member was released meanwhile, the table version that no
+    // entry was replaced.
     const std::uint64_t version = vorLibTableVersion();
-    if (call.function != &function || call.table_version != version) {
+    const std::uint64_t generation = vorTreeGeneration::current();
+    if (call.function != &function || call.table_version != version ||
+        call.generation != generation) {
         call.function = &function;
         call.table_version = version;
+        call.generation = generation;
         call.kernel = vorLibKernelOf(function);
     }
     return call.kernel;

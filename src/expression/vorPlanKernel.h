@@ -77,10 +77,11 @@ private:
         vorNumericValue number;
         const vorLengthUnit* unit = nullptr;
         /// CALL: the function its name last resolved to, with its kernel as
-        /// the library's table stood then.
+        /// the library's table and the trees stood then.
         mutable const vorParameter* function = nullptr;
         mutable const vorLibKernel* kernel = nullptr;
         mutable std::uint64_t table_version = 0;
+        mutable std::uint64_t generation = 0;
     };
 
     /// The value of a name, when reading it can have no effect.
