@@ -567,9 +567,6 @@ private:
 };
 
 vorPlanResult vorPlan::run(const vorParameter& scope) const {
-    vorPlanResult result;
-    if (compute_quietly(scope, result.number))
-        return result;
     return vorPlanRunner(*this, scope).run();
 }
 

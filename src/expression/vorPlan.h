@@ -32,7 +32,8 @@
 // the evaluator as before.
 //
 // A plan whose text is plain arithmetic also has a kernel, which computes
-// on doubles alone and is tried first (vorPlanKernel.h).
+// on doubles alone; a read tries it before it runs the plan (vorPlanKernel.h,
+// vorComputeQuietly).
 //
 // A plan lives in the program cache beside its token stream and shares its
 // bounds. It is used from one thread, like the evaluator.
@@ -118,7 +119,7 @@ private:
     std::vector<Frame> m_frames;
     std::vector<vorCachedName> m_names;
     std::uint32_t m_top = 0;
-    /// The same computation on plain numbers, tried first (vorPlanKernel.h).
+    /// The same computation on plain numbers (vorPlanKernel.h).
     vorPlanKernel m_kernel;
 };
 

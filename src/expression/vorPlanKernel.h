@@ -9,7 +9,7 @@
 // plain numbers, in postfix order, taken by the same functions
 // (vorNumericArithmetic.h, vorLibKernels.h).
 //
-// A plan runs its kernel first and keeps the answer only when the kernel got
+// A read runs the kernel first and keeps the answer only when the kernel got
 // through without meeting anything whose reading could have an effect:
 //   - every name is remembered by its cached name (vorNameCache.h) and is a
 //     number of the library's own type holding a parsed literal, cached,

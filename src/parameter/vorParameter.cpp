@@ -423,8 +423,12 @@ vorParameterPtr vorParameter::evaluate_value(vorNumericValue* number) const {
     const vorTextLookup lookup = interpolated ? vorTextLookup() : vorLookUpText(*this, *text);
     // Arithmetic over numbers that read quietly: nothing to remember for
     // other paths, no cycle to watch for.
-    if (number && vorComputeQuietly(*this, lookup, *number))
+    if (vorNumericValue quick; vorComputeQuietly(*this, lookup, quick)) {
+        if (!number)
+            return vorPlanResult{vorParameterPtr(), quick}.to_parameter();
+        *number = quick;
         return vorParameterPtr();
+    }
     if (text != &expr)
         expr = *text;
     // Another path of this read may have evaluated this parameter already.
