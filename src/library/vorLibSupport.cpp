@@ -2,11 +2,11 @@
 
 #include "library/vorLibSupport.h"
 
+#include "expression/vorNumericArithmetic.h"
+
 #include "vorparameter/expression/vorParameterString.h"
 #include "vorparameter/library/vorParameterArgDecoder.h"
 #include "vorparameter/library/vorParameterLib.h"
-
-#include <cmath>
 
 namespace vorLibSupport {
 
@@ -29,9 +29,8 @@ bool read_numbers(const vorParameterPtr& args, double* values, std::size_t count
 }
 
 vorParameterPtr make_number(vorParameterSubType kind, double value, const vorDimensions& dim) {
-    if (!std::isfinite(value))
-        return vorParameterLib::error(ERR_DOMAIN);
-    return vorParameterPtr(new vorParameterNumeric(kind, dim, value));
+    // The rule the operators and the math functions' kernels follow.
+    return vorNumericOutcome::of(kind, dim, value).to_parameter();
 }
 
 vorParameterPtr make_string(const utString& text) {
