@@ -12,6 +12,7 @@
 
 #include <sstream>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -52,7 +53,7 @@ void BM_ToXml(benchmark::State& state) {
 }
 BENCHMARK(BM_ToXml)->Unit(benchmark::kMillisecond);
 
-void write_plain(std::ostringstream& out, const utString& name, const vorParameter& node) {
+void write_plain(std::ostringstream& out, std::string_view name, const vorParameter& node) {
     out << "<p name=\"" << name << "\">";
     if (const vorParameterMap* map = vorParameterMap::ut_dynamic_cast(&node)) {
         for (const auto& [key, member] : map->members())

@@ -93,8 +93,8 @@ std::size_t mix(std::size_t seed, std::size_t value) {
     return seed ^ (value + 0x9e3779b97f4a7c15ULL + (seed << 6) + (seed >> 2));
 }
 
-std::size_t text_hash(const utString& text) {
-    return std::hash<std::string_view>()(text.view());
+std::size_t text_hash(std::string_view text) {
+    return std::hash<std::string_view>()(text);
 }
 
 /// The numbers of an item projected onto one sum: each number times a weight

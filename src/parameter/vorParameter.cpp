@@ -35,8 +35,8 @@ void vorParameterPtr::replace_empty() const {
     // The shared error outlives every handle, so the handle may refer to it
     // without owning it; threads racing here all store the same node.
     vorParameter* error = vorParameterError::create(ERR_UNKNOWN).get();
-    vorParameter* expected = nullptr;
-    m_node.compare_exchange_strong(expected, error, std::memory_order_acq_rel);
+    std::uintptr_t expected = 0;
+    m_bits.compare_exchange_strong(expected, bits_of(error, false), std::memory_order_acq_rel);
 }
 
 vorParameterPtr vorParameterPtr::share(vorParameter* node) {
@@ -147,11 +147,13 @@ std::atomic<long> s_locked_nodes{0};
 
 vorParameter::vorParameter(const vorParameter& other)
     : m_measure_mode(other.m_measure_mode)
-    , m_onread(other.m_onread)
-    , m_impl(other.get_impl())
-    , m_parent(other.m_parent)
     , m_lock(other.m_lock)
-    , m_active(other.m_active) {
+    , m_evaluating(false)
+    , m_active_known(false)
+    , m_active(other.m_active)
+    , m_defined_from_file(false)
+    , m_impl(other.get_impl())
+    , m_parent(other.m_parent) {
     copy_functions_of(other);
     if (m_lock)
         s_locked_nodes.fetch_add(1, std::memory_order_relaxed);
@@ -165,7 +167,6 @@ vorParameter& vorParameter::operator=(const vorParameter& other) {
     m_active_known = false;
     m_measure_mode = other.m_measure_mode;
     m_active = other.m_active;
-    m_onread = other.m_onread;
     copy_functions_of(other);
     return *this;
 }
@@ -192,12 +193,14 @@ vorParameter::Links& vorParameter::links() const {
 void vorParameter::copy_functions_of(const vorParameter& other) {
     // A copy takes the functions but not the dependency lists, which tie the
     // original, not the copy, to the nodes its active expression read.
+    const Links* theirs = other.m_links.get();
     const bool has_functions =
-        other.m_links && (other.m_links->onmodify || other.m_links->mirror_mode_fn);
+        theirs && (theirs->onread || theirs->onmodify || theirs->mirror_mode_fn);
     if (!has_functions && !m_links)
         return;
-    links().onmodify = has_functions ? other.m_links->onmodify : nullptr;
-    links().mirror_mode_fn = has_functions ? other.m_links->mirror_mode_fn : nullptr;
+    links().onread = has_functions ? theirs->onread : nullptr;
+    links().onmodify = has_functions ? theirs->onmodify : nullptr;
+    links().mirror_mode_fn = has_functions ? theirs->mirror_mode_fn : nullptr;
 }
 
 namespace {
@@ -284,7 +287,9 @@ vorParameterOnModifyFn vorParameter::set_onmodify_callback(vorParameterOnModifyF
 }
 
 vorParameterOnReadFn vorParameter::set_onread_callback(vorParameterOnReadFn fn) {
-    std::swap(m_onread, fn);
+    if (!fn && !m_links)
+        return nullptr;
+    std::swap(links().onread, fn);
     return fn;
 }
 
@@ -618,7 +623,7 @@ void vorParameter::set_measure_mode(vorParameterMeasureMode mode) {
         return;
     vorParameterSubType sub = subtype();
     if (sub == SUB_REAL || sub == SUB_ANGLE)
-        m_measure_mode = mode;
+        m_measure_mode = static_cast<std::uint8_t>(mode);
 }
 
 vorParameterMirrorMode vorParameter::get_mirror_mode() const {
@@ -832,9 +837,9 @@ void vorParameter::call_onmodify() {
 void vorParameter::onread_callback() const {
     // The callback may refresh values, or count its calls: values kept
     // before it and during it are not reused.
-    if (m_onread) {
+    if (m_links && m_links->onread) {
         vorReadMemo::disturb();
-        m_onread(this);
+        m_links->onread(this);
         vorReadMemo::disturb();
     }
 }

@@ -33,7 +33,7 @@ vorMapParIter::vorMapParIter(const vorParameterMap& map) {
         __builtin_prefetch(par.get());
     m_members.reserve(map.members().size());
     for (const auto& [name, par] : map.members())
-        m_members.push_back({name, par});
+        m_members.push_back({name.str(), par});
 }
 
 int vorMapParIter::operator++() {

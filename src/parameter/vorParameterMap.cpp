@@ -157,7 +157,7 @@ vorParameterPtr vorParameterMap::keys_list() const {
     std::vector<utString> names;
     names.reserve(m_members.size());
     for (const auto& member : m_members)
-        names.push_back(member.first);
+        names.push_back(member.first.str());
     return vorParameterList::of_strings(names);
 }
 
@@ -231,7 +231,7 @@ vorParameterPtr vorParameterMap::add(const vorParameterKey& key, vorParameterPtr
         return vorParameterError::create(ERR_UNKNOWN);
 
     link_par(par);
-    m_members.set(key.first(), par);
+    m_members.set(utCompactString(key.first()), par);
     index_letter_case(key.first(), key.impl().first_lower());
     par->set_name(key.str());
     return par;

@@ -13,7 +13,7 @@ vorMemberRange::vorMemberRange(const vorParameter& node) {
         return;
     m_members.reserve(map->members().size());
     for (const auto& [name, par] : map->members())
-        m_members.push_back({name, par});
+        m_members.push_back({name.str(), par});
 }
 
 vorElementRange::vorElementRange(const vorParameter& node) {

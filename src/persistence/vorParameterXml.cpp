@@ -225,7 +225,7 @@ private:
     void visit(std::string_view name, const vorParameter& par);
     void visit_reference(std::string_view name, const vorParameterRef& ref);
     /// Hands out the frame's next child; false when it has none left.
-    bool next_child(Frame& frame, std::string_view& name, const vorParameter*& child);
+    bool next_child(Frame& frame, utString& name, const vorParameter*& child);
     void close(const Frame& frame);
 
     void start_tag(const char* tag, std::string_view name);
@@ -244,7 +244,7 @@ private:
 
 bool XmlWriter::render(const vorParameter& top) {
     visit(top.get_name(), top);
-    std::string_view name;
+    utString name;
     const vorParameter* child = nullptr;
     while (!m_open.empty() && !full()) {
         if (next_child(m_open.back(), name, child)) {
@@ -319,7 +319,7 @@ void XmlWriter::visit_reference(std::string_view name, const vorParameterRef& re
     open(std::move(frame), nullptr);
 }
 
-bool XmlWriter::next_child(Frame& frame, std::string_view& name, const vorParameter*& child) {
+bool XmlWriter::next_child(Frame& frame, utString& name, const vorParameter*& child) {
     if (frame.referent) {
         child = frame.referent;
         name = child->get_name();
@@ -327,7 +327,7 @@ bool XmlWriter::next_child(Frame& frame, std::string_view& name, const vorParame
         return true;
     }
     if (frame.map && frame.next_member != frame.map->members().end()) {
-        name = frame.next_member->first;
+        name = frame.next_member->first.str();
         child = frame.next_member->second.get();
         ++frame.next_member;
         return true;

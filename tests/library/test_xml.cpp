@@ -45,7 +45,7 @@ void expect_shows(const vorParameter& par, xmlNode* element, const std::string& 
         ASSERT_EQ(children.size(), members->members().size()) << name;
         std::size_t i = 0;
         for (const auto& [key, member] : members->members())
-            expect_shows(*member, children[i++], key.str());
+            expect_shows(*member, children[i++], std::string(key.view()));
     } else if (const vorParameterArray* array = vorParameterArray::ut_dynamic_cast(&par)) {
         ASSERT_EQ(children.size(), array->elements().size()) << name;
         for (std::size_t i = 0; i < children.size(); ++i)

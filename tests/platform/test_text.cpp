@@ -1,6 +1,7 @@
 // Text helpers: number parsing and formatting, case folding, code points.
 
 #include "vorparameter/platform/nlsUtils.h"
+#include "vorparameter/platform/utCompactString.h"
 #include "vorparameter/platform/utString.h"
 #include "vorparameter/platform/vorCharTypes.h"
 #include "vorparameter/platform/vorStringUtils.h"
@@ -10,6 +11,8 @@
 
 #include <cmath>
 #include <limits>
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -111,4 +114,35 @@ TEST(Text, UniqueIdsRoundTripThroughHex) {
     ref.set_uid(id);
     EXPECT_TRUE(ref.is_valid());
     EXPECT_EQ(ref.get_uid(), id);
+}
+
+TEST(Text, CompactStringsKeepEveryTextAcrossTheInlineLimit) {
+    // Lengths around the fifteen bytes kept in place, an embedded zero byte
+    // and a long text: each survives copy, move and assignment, and compares
+    // and hashes like its utString twin.
+    const std::string zero_inside("a\0b", 3);
+    for (const std::string& text :
+         {std::string(), std::string("p45"), std::string(14, 'x'), std::string(15, 'y'),
+          std::string(16, 'z'), zero_inside, std::string(100000, 'w')}) {
+        const utCompactString name(text);
+        EXPECT_EQ(name.view(), text);
+        EXPECT_EQ(name.empty(), text.empty());
+        EXPECT_EQ(std::hash<utCompactString>()(name), std::hash<utString>()(utString(text)));
+
+        utCompactString copy = name;
+        utCompactString moved = std::move(copy);
+        EXPECT_TRUE(moved == name);
+        EXPECT_TRUE(copy.empty()); // a moved-from name is empty, not dangling
+        copy = moved;
+        const utCompactString& same = copy;
+        copy = same; // assigning a name to itself keeps it
+        EXPECT_TRUE(copy == name);
+        EXPECT_EQ(copy.str(), utString(text));
+    }
+    // A short text never equals a long one that starts with it, nor a text
+    // of the same length with other bytes.
+    EXPECT_FALSE(utCompactString(std::string(15, 'y')) == utCompactString(std::string(16, 'y')));
+    EXPECT_FALSE(utCompactString("ab") == utCompactString("ac"));
+    EXPECT_TRUE(utCompactString(std::string(40, 'q')) == utCompactString(std::string(40, 'q')));
+    EXPECT_FALSE(utCompactString(std::string(40, 'q')) == utCompactString(std::string(41, 'q')));
 }

@@ -29,6 +29,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 
@@ -56,8 +57,7 @@ public:
     vorParameterPtr(vorParameter* node);
     /// Refers to `node` without owning it: the node is never deleted through it.
     vorParameterPtr(coPrfExtern, vorParameter* node)
-        : m_node(node)
-        , m_owning(false) {}
+        : m_bits(bits_of(node, false)) {}
     vorParameterPtr(const vorParameterPtr& other);
     vorParameterPtr(vorParameterPtr&& other) noexcept;
     /// A handle to `node` that shares ownership when handles already own it,
@@ -74,7 +74,7 @@ public:
     bool is_null() const { return node() == nullptr; }
     /// The node or null, without replacement.
     vorParameter* get() const { return node(); }
-    bool is_owning() const { return m_owning; }
+    bool is_owning() const { return owning(m_bits.load(std::memory_order_relaxed)); }
 
     vorParameter* operator->() const;
     vorParameter& operator*() const;
@@ -99,15 +99,26 @@ public:
 
 private:
     void replace_empty() const;
-    vorParameter* node() const { return m_node.load(std::memory_order_acquire); }
+    vorParameter* node() const { return node_of(m_bits.load(std::memory_order_acquire)); }
     /// Deletes a node whose last owner let go (see vorParameter::destroy).
     static void destroy(vorParameter* node);
+
+    // One word: the node's address, with the lowest bit (always clear in the
+    // address of a node) set when the handle owns the node. Maps and arrays
+    // hold a handle per member, so its size counts.
+    static constexpr std::uintptr_t owning_bit = 1;
+    static std::uintptr_t bits_of(vorParameter* node, bool owning) {
+        return reinterpret_cast<std::uintptr_t>(node) | (node && owning ? owning_bit : 0);
+    }
+    static vorParameter* node_of(std::uintptr_t bits) {
+        return reinterpret_cast<vorParameter*>(bits & ~owning_bit);
+    }
+    static bool owning(std::uintptr_t bits) { return (bits & owning_bit) != 0; }
 
     // Atomic only for the in-place replacement of an empty handle, which may
     // happen through a const handle shared by threads; every other change
     // happens through a non-const handle that one thread owns.
-    mutable std::atomic<vorParameter*> m_node{nullptr};
-    bool m_owning = false;
+    mutable std::atomic<std::uintptr_t> m_bits{0};
 };
 
 /// True for the same node; two distinct nodes are equal only when both are
@@ -200,8 +211,8 @@ public:
     virtual vorRefToObjectId get_lock_id_imp(const vorParameter& node) const;
 
     // Descriptive record (shared by copies of the node).
-    const utString& get_name() const { return read_record().name; }
-    void set_name(const utString& name) { write_record().name = name; }
+    utString get_name() const { return read_record().name.str(); }
+    void set_name(const utString& name) { write_record().name = utCompactString(name); }
     const utString& get_label() const { return read_record().details().label; }
     void set_label(const utString& label) { write_record().edit_details().label = label; }
     const utString& get_desc() const { return read_record().details().desc; }
@@ -233,7 +244,9 @@ public:
     bool is_descendent(const vorParameter* p) const;
     bool is_ref() const { return get_ref() != this; }
 
-    vorParameterMeasureMode get_measure_mode() const { return m_measure_mode; }
+    vorParameterMeasureMode get_measure_mode() const {
+        return static_cast<vorParameterMeasureMode>(m_measure_mode);
+    }
     /// Stored only on real and angle numbers; a zero mode is ignored.
     void set_measure_mode(vorParameterMeasureMode mode);
     vorParameterMirrorMode get_mirror_mode() const;
@@ -256,7 +269,7 @@ public:
     void onread_callback() const;
     /// True when an on-read function is set: readers may skip
     /// onread_callback() when it is not.
-    bool has_onread_callback() const { return m_onread != nullptr; }
+    bool has_onread_callback() const { return m_links && m_links->onread; }
     void teardown_callbacks();
     const vorParameterPtrcoDList& get_dependencies() const;
     const vorParameterPtrcoDList& get_callbacks() const;
@@ -272,7 +285,12 @@ public:
     bool operator!=(const vorParameter& other) const { return !(*this == other); }
 
 protected:
-    vorParameter() = default;
+    vorParameter()
+        : m_lock(false)
+        , m_evaluating(false)
+        , m_active_known(false)
+        , m_active(true)
+        , m_defined_from_file(false) {}
     vorParameter(const vorParameter& other);
     vorParameter& operator=(const vorParameter& other);
 
@@ -307,10 +325,12 @@ private:
     const vorParameterImpl& read_record() const;
     vorParameterImpl& write_record() const { return *get_impl(); }
 
-    /// What only some nodes have: on-modify and mirror-mode functions, and
-    /// the lists that tie active expressions to the nodes they read. Made on
-    /// first need, so that a plain member carries one pointer for all four.
+    /// What only some nodes have: on-read, on-modify and mirror-mode
+    /// functions, and the lists that tie active expressions to the nodes they
+    /// read. Made on first need, so that a plain member carries one pointer
+    /// for all five.
     struct Links {
+        vorParameterOnReadFn onread = nullptr;
         vorParameterOnModifyFn onmodify = nullptr;
         vorParameterMirrorModeFn mirror_mode_fn = nullptr;
         vorParameterPtrcoDList dependencies;
@@ -320,60 +340,50 @@ private:
     /// Takes `other`'s on-modify and mirror-mode functions.
     void copy_functions_of(const vorParameter& other);
 
-    // Ordered so that the flags share the padding of the pointers: every node
-    // of a tree carries these fields.
+    // Every node of a tree carries these fields, so they are packed: the
+    // flags share one byte, and with the measure mode they fill the word the
+    // count leaves.
     mutable std::atomic<int> m_refs{0};
-    vorParameterMeasureMode m_measure_mode = MEASURE_NONE;
-    vorParameterOnReadFn m_onread = nullptr;
+    std::uint8_t m_measure_mode = MEASURE_NONE;
+    bool m_lock : 1;
+    mutable bool m_evaluating : 1;
+    mutable bool m_active_known : 1;
+    mutable bool m_active : 1;
+    bool m_defined_from_file : 1;
     mutable vorParameterImplPtr m_impl{nullptr};
     vorParameter* m_parent = nullptr;
     mutable std::unique_ptr<Links> m_links;
-    bool m_lock = false;
-    mutable bool m_evaluating = false;
-    mutable bool m_active_known = false;
-    mutable bool m_active = true;
-    bool m_defined_from_file = false;
 };
 
 // The handle's hot operations are inline: copying and releasing handles is
 // the most frequent thing the library does.
 
 inline vorParameterPtr::vorParameterPtr(vorParameter* node)
-    : m_node(node)
-    , m_owning(node) {
+    : m_bits(bits_of(node, true)) {
     if (node)
         node->m_refs.fetch_add(1, std::memory_order_relaxed);
 }
 
 inline vorParameterPtr::vorParameterPtr(const vorParameterPtr& other)
-    : m_node(other.node())
-    , m_owning(other.m_owning) {
-    vorParameter* node = m_node.load(std::memory_order_relaxed);
-    if (node && m_owning)
-        node->m_refs.fetch_add(1, std::memory_order_relaxed);
+    : m_bits(other.m_bits.load(std::memory_order_acquire)) {
+    const std::uintptr_t bits = m_bits.load(std::memory_order_relaxed);
+    if (owning(bits))
+        node_of(bits)->m_refs.fetch_add(1, std::memory_order_relaxed);
 }
 
 inline vorParameterPtr::vorParameterPtr(vorParameterPtr&& other) noexcept
-    : m_node(other.m_node.load(std::memory_order_relaxed))
-    , m_owning(other.m_owning) {
-    other.m_node.store(nullptr, std::memory_order_relaxed);
-    other.m_owning = false;
-}
+    : m_bits(other.m_bits.exchange(0, std::memory_order_relaxed)) {}
 
 inline void vorParameterPtr::reset() {
-    vorParameter* node = m_node.load(std::memory_order_relaxed);
-    bool owning = m_owning;
-    m_node.store(nullptr, std::memory_order_relaxed);
-    m_owning = false;
-    if (node && owning && node->m_refs.fetch_sub(1, std::memory_order_acq_rel) == 1)
-        destroy(node);
+    const std::uintptr_t bits = m_bits.exchange(0, std::memory_order_relaxed);
+    if (owning(bits) && node_of(bits)->m_refs.fetch_sub(1, std::memory_order_acq_rel) == 1)
+        destroy(node_of(bits));
 }
 
 inline void vorParameterPtr::swap(vorParameterPtr& other) noexcept {
-    vorParameter* mine = m_node.load(std::memory_order_relaxed);
-    m_node.store(other.m_node.load(std::memory_order_relaxed), std::memory_order_relaxed);
-    other.m_node.store(mine, std::memory_order_relaxed);
-    std::swap(m_owning, other.m_owning);
+    const std::uintptr_t mine = m_bits.load(std::memory_order_relaxed);
+    m_bits.store(other.m_bits.load(std::memory_order_relaxed), std::memory_order_relaxed);
+    other.m_bits.store(mine, std::memory_order_relaxed);
 }
 
 inline vorParameterPtr& vorParameterPtr::operator=(const vorParameterPtr& other) {
@@ -393,8 +403,8 @@ inline vorParameterPtr::~vorParameterPtr() {
 }
 
 inline bool vorParameterPtr::unique() const {
-    vorParameter* node = this->node();
-    return node && m_owning && node->m_refs.load(std::memory_order_acquire) == 1;
+    const std::uintptr_t bits = m_bits.load(std::memory_order_acquire);
+    return owning(bits) && node_of(bits)->m_refs.load(std::memory_order_acquire) == 1;
 }
 
 inline vorParameter* vorParameterPtr::operator->() const {

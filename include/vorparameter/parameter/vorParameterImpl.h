@@ -13,6 +13,7 @@
 
 #include "vorparameter/parameter/vorParameterTypes.h"
 #include "vorparameter/platform/coContainers.h"
+#include "vorparameter/platform/utCompactString.h"
 #include "vorparameter/platform/utString.h"
 
 #include <atomic>
@@ -37,7 +38,7 @@ struct vorParameterImplDetails {
 };
 
 struct vorParameterImpl {
-    utString name; ///< the node's own name within its parent
+    utCompactString name; ///< the node's own name within its parent
     int mirror_mode = MIRROR_NONE;
 
     vorParameterImpl() = default;

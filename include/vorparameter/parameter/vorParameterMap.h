@@ -17,11 +17,14 @@
 #define VORPARAMETER_PARAMETER_VORPARAMETERMAP_H
 
 #include "vorparameter/parameter/vorParameter.h"
+#include "vorparameter/platform/utCompactString.h"
 
 class VOR_API vorParameterMap : public vorParameter {
     UT_DECLARE_TYPE(vorParameterMap, vorParameter)
 public:
-    using Members = coTable<utString, vorParameterPtr>;
+    /// Members by name. The names are compact: a large tree holds one per
+    /// member.
+    using Members = coTable<utCompactString, vorParameterPtr, utTextHash>;
 
     vorParameterMap() = default;
     /// A map reporting `subtype` (SUB_MAP_OTHER or a host's own value).

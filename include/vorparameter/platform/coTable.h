@@ -98,13 +98,20 @@ public:
     const_iterator end() const { return const_iterator(m_slots.end(), m_slots.end()); }
 
     /// The item of `key`, or null.
-    const Item* find(const Key& key) const { return find(key, Hash()(key)); }
+    // A lookup takes any text or value that Hash hashes and that compares
+    // with a Key, such as a utString for a table of compact names.
+    template <class Probe>
+    const Item* find(const Probe& key) const {
+        return find(key, Hash()(key));
+    }
     /// The same for a caller that already has the key's Hash() value.
-    const Item* find(const Key& key, std::size_t key_hash) const {
+    template <class Probe>
+    const Item* find(const Probe& key, std::size_t key_hash) const {
         const std::size_t bucket = find_bucket(key, key_hash);
         return bucket == npos ? nullptr : &*m_slots[m_buckets[bucket].slot];
     }
-    Item* find(const Key& key) {
+    template <class Probe>
+    Item* find(const Probe& key) {
         const std::size_t bucket = find_bucket(key, Hash()(key));
         return bucket == npos ? nullptr : &*m_slots[m_buckets[bucket].slot];
     }
@@ -119,7 +126,8 @@ public:
     }
 
     /// Removes the item of `key`; false when there is none.
-    bool erase(const Key& key) {
+    template <class Probe>
+    bool erase(const Probe& key) {
         const std::size_t bucket = find_bucket(key, Hash()(key));
         if (bucket == npos)
             return false;
@@ -179,7 +187,8 @@ private:
 
     std::size_t mask() const { return m_buckets.size() - 1; }
 
-    std::size_t find_bucket(const Key& key, std::size_t key_hash) const {
+    template <class Probe>
+    std::size_t find_bucket(const Probe& key, std::size_t key_hash) const {
         if (m_live == 0)
             return npos;
         const std::uint32_t hash = mixed(key_hash);
@@ -263,9 +272,9 @@ struct coItself {
     }
 };
 
-template <class Key, class Value>
+template <class Key, class Value, class Hash = std::hash<Key>>
 class coTable {
-    using Storage = coOrderedHash<std::pair<Key, Value>, Key, coFirstOf>;
+    using Storage = coOrderedHash<std::pair<Key, Value>, Key, coFirstOf, Hash>;
 
 public:
     using value_type = std::pair<Key, Value>;
@@ -280,21 +289,27 @@ public:
     iterator end() { return m_entries.end(); }
 
     /// The value stored under `key`, or null.
-    const Value* find(const Key& key) const {
+    template <class Probe>
+    const Value* find(const Probe& key) const {
         const value_type* entry = m_entries.find(key);
         return entry ? &entry->second : nullptr;
     }
     /// find() for a caller that already has std::hash<Key>()(key), such as a
     /// parsed path that hashed its name once.
-    const Value* find(const Key& key, std::size_t key_hash) const {
+    template <class Probe>
+    const Value* find(const Probe& key, std::size_t key_hash) const {
         const value_type* entry = m_entries.find(key, key_hash);
         return entry ? &entry->second : nullptr;
     }
-    Value* find(const Key& key) {
+    template <class Probe>
+    Value* find(const Probe& key) {
         value_type* entry = m_entries.find(key);
         return entry ? &entry->second : nullptr;
     }
-    bool contains(const Key& key) const { return m_entries.find(key) != nullptr; }
+    template <class Probe>
+    bool contains(const Probe& key) const {
+        return m_entries.find(key) != nullptr;
+    }
 
     /// Stores `value` under `key`; an existing entry keeps its place and takes
     /// the new value.
@@ -307,7 +322,10 @@ public:
     }
 
     /// Removes the entry of `key`; false when there is none.
-    bool erase(const Key& key) { return m_entries.erase(key); }
+    template <class Probe>
+    bool erase(const Probe& key) {
+        return m_entries.erase(key);
+    }
     void clear() { m_entries.clear(); }
     void reserve(std::size_t n) { m_entries.reserve(n); }
 
