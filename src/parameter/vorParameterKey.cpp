@@ -32,9 +32,14 @@ public:
         return found ? &found->impl : nullptr;
     }
 
+    /// Moves whenever a record leaves the cache (dropped or replaced): until
+    /// then, every record it held is alive and stands for its text.
+    std::uint64_t generation() const { return m_generation; }
+
     void insert(const utString& text, vorParameterKeyImplPtr impl, bool pinned = false) {
         if (Entry* existing = m_entries.find(text)) {
             *existing = Entry{std::move(impl), pinned || existing->pinned};
+            ++m_generation;
         } else {
             m_entries.set(text, Entry{std::move(impl), pinned});
             m_bytes += text.size();
@@ -58,6 +63,8 @@ private:
             m_bytes -= text.size();
             m_entries.erase(text);
         }
+        if (!unused.empty())
+            ++m_generation;
         m_entry_threshold = std::max(max_entries, 2 * m_entries.size());
         m_byte_threshold = std::max(max_bytes, 2 * m_bytes);
     }
@@ -68,6 +75,7 @@ private:
     std::size_t m_bytes = 0;
     std::size_t m_entry_threshold = max_entries;
     std::size_t m_byte_threshold = max_bytes;
+    std::uint64_t m_generation = 1;
 };
 
 KeyCache& key_cache() {
@@ -75,12 +83,8 @@ KeyCache& key_cache() {
     return *cache;
 }
 
-/// How many times synonyms were added: a remembered remainder record made
-/// before the last addition may no longer be what its text stands for.
-std::uint64_t synonym_additions = 0;
-
 const vorParameterKeyImplPtr& empty_impl() {
-    static const vorParameterKeyImplPtr empty = std::make_shared<const vorParameterKeyImpl>();
+    static const vorParameterKeyImplPtr empty(new vorParameterKeyImpl());
     return empty;
 }
 
@@ -97,7 +101,12 @@ utString utf8(const vorWideString& wide, std::size_t from, std::size_t to) {
 
 vorParameterKeyImpl::vorParameterKeyImpl(const utString& text) {
     parse(text);
+}
+
+void vorParameterKeyImpl::set_first(utString first) {
+    m_first = std::move(first);
     m_first_hash = std::hash<utString>()(m_first);
+    m_first_name = utCompactString(m_first);
 }
 
 // A path is at most this long and has at most this many separators; longer
@@ -183,7 +192,7 @@ bool is_ascii(std::string_view text) {
 
 void vorParameterKeyImpl::parse(const utString& text) {
     if (!within_limits(text)) {
-        m_first = text.substr(0, 64);
+        set_first(text.substr(0, 64));
         return;
     }
     // Keys are nearly always ASCII: then bytes are characters, and the parts
@@ -199,7 +208,7 @@ void vorParameterKeyImpl::parse(const utString& text) {
         parts = split_key(wide, text,
                           [&](std::size_t from, std::size_t to) { return utf8(wide, from, to); });
     }
-    m_first = std::move(parts.first);
+    set_first(std::move(parts.first));
     m_remainder = std::move(parts.remainder);
     m_type = parts.type;
 }
@@ -221,46 +230,41 @@ vorParameterKeyImplPtr vorParameterKeyImpl::get_impl(const utString& given) {
     if (const vorParameterKeyImplPtr* found = cache.find(*text))
         return *found;
 
-    auto impl = std::make_shared<const vorParameterKeyImpl>(*text);
+    vorParameterKeyImplPtr impl(new vorParameterKeyImpl(*text));
     if (impl->type() == TYPE_MAP && text->size() <= max_cached_length)
         cache.insert(*text, impl);
     return impl;
 }
 
 vorParameterKeyImplPtr vorParameterKeyImpl::get_index_impl(long long index) {
-    auto impl = std::make_shared<vorParameterKeyImpl>();
+    auto impl = std::make_unique<vorParameterKeyImpl>();
     impl->m_type = TYPE_ARRAY;
-    impl->m_first = utString(std::to_string(index));
-    impl->m_first_hash = std::hash<utString>()(impl->m_first);
-    return impl;
+    impl->set_first(utString(std::to_string(index)));
+    return vorParameterKeyImplPtr(impl.release());
 }
 
 void vorParameterKeyImpl::initialize_synonyms(const utStringutStringcoTable& table) {
     for (const auto& [synonym, replacement] : table)
         key_cache().insert(synonym, get_impl(replacement), true);
-    ++synonym_additions;
     // A name may now be looked up as another.
     vorTreeGeneration::advance();
 }
 
 vorParameterKeyImplPtr vorParameterKeyImpl::remainder_impl() const {
-    if (m_rest_synonyms == synonym_additions)
-        if (vorParameterKeyImplPtr rest = m_rest.lock())
-            return rest;
+    if (const vorParameterKeyImpl* remembered = remembered_remainder())
+        return vorParameterKeyImplPtr(remembered);
     vorParameterKeyImplPtr rest = get_impl(m_remainder);
     // Only a record that the cache keeps is remembered: a text that is parsed
     // anew each time must keep giving a record of its own.
     if (rest->type() == TYPE_MAP && m_remainder.size() <= max_cached_length) {
-        m_rest = rest;
         m_rest_record = rest.get();
-        m_rest_synonyms = synonym_additions;
+        m_rest_generation = key_cache().generation();
     }
     return rest;
 }
 
 const vorParameterKeyImpl* vorParameterKeyImpl::remembered_remainder() const {
-    // expired() reads the count without changing it, unlike lock().
-    if (m_rest_synonyms != synonym_additions || m_rest.expired())
+    if (!m_rest_record || m_rest_generation != key_cache().generation())
         return nullptr;
     return m_rest_record;
 }

@@ -117,7 +117,7 @@ void vorParameterMap::copy_value_from(const vorParameter& source) {
 }
 
 const vorParameterPtr* vorParameterMap::find_member(const vorParameterKeyImpl& key) const {
-    if (const vorParameterPtr* exact = m_members.find(key.first(), key.first_hash()))
+    if (const vorParameterPtr* exact = m_members.find(key.first_name(), key.first_hash()))
         return exact;
     const utString* name = other_case_name(key.first_lower());
     return name ? m_members.find(*name) : nullptr;
@@ -199,7 +199,7 @@ vorParameterPtr vorParameterMap::find_path(const vorParameterKey& key, bool as_c
 
 vorParameterPtr vorParameterMap::lookup(const vorParameterKey& key, bool as_const) const {
     vorParameterPtr result = find_path(key, as_const);
-    if (result.is_null() || (!result->is_ref() && result->is_error()))
+    if (result.is_null() || (result->is_error() && !result->is_ref()))
         return vorParameterError::create(ERR_INVALID_NAME);
     if (vorEvalFunction::functions_only() && result->type() != TYPE_FUNCTION)
         return vorParameterError::create(ERR_INVALID_NAME);

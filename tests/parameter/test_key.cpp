@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 TEST(Key, ParsesNamesIndicesAndMalformedTexts) {
     EXPECT_EQ(vorParameterKey("tool.diameter").type(), TYPE_MAP);
     EXPECT_EQ(vorParameterKey("tool.diameter").first(), "tool");
@@ -107,4 +109,19 @@ TEST(Key, HugeAndDeepPathsAreMalformedNotSlow) {
     EXPECT_EQ(uncached.type(), TYPE_MAP);
     EXPECT_FALSE(uncached == vorParameterKey(utString(long_name)))
         << "names too long for the cache are parsed anew";
+}
+
+TEST(Key, ARememberedRemainderIsNeverOneTheCacheDropped) {
+    // The path remembers its remainder's record without holding it. Once no
+    // key holds that record, a flood of new texts makes the cache drop it;
+    // the path must then look the remainder up again, not reach the freed
+    // record (the sanitizer build would report that).
+    const vorParameterKey path("holder.dropped_rest");
+    EXPECT_EQ(path.remainder().str(), "dropped_rest");
+    for (int i = 0; i < 70000; ++i)
+        vorParameterKey flood(utString("flood" + std::to_string(i)));
+    const vorParameterKey rest = path.remainder();
+    EXPECT_EQ(rest.str(), "dropped_rest");
+    EXPECT_TRUE(rest == vorParameterKey("dropped_rest"));
+    EXPECT_TRUE(path.remainder() == rest);
 }

@@ -371,11 +371,16 @@ inline vorParameterPtr::vorParameterPtr(const vorParameterPtr& other)
         node_of(bits)->m_refs.fetch_add(1, std::memory_order_relaxed);
 }
 
+// Moves and resets change handles that one thread owns: a plain load and
+// store, not an exchange, which would lock the bus.
 inline vorParameterPtr::vorParameterPtr(vorParameterPtr&& other) noexcept
-    : m_bits(other.m_bits.exchange(0, std::memory_order_relaxed)) {}
+    : m_bits(other.m_bits.load(std::memory_order_relaxed)) {
+    other.m_bits.store(0, std::memory_order_relaxed);
+}
 
 inline void vorParameterPtr::reset() {
-    const std::uintptr_t bits = m_bits.exchange(0, std::memory_order_relaxed);
+    const std::uintptr_t bits = m_bits.load(std::memory_order_relaxed);
+    m_bits.store(0, std::memory_order_relaxed);
     if (owning(bits) && node_of(bits)->m_refs.fetch_sub(1, std::memory_order_acq_rel) == 1)
         destroy(node_of(bits));
 }

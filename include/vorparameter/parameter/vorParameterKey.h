@@ -28,14 +28,52 @@
 
 #include "vorparameter/parameter/vorParameterTypes.h"
 #include "vorparameter/platform/coContainers.h"
+#include "vorparameter/platform/utCompactString.h"
 #include "vorparameter/platform/utString.h"
 #include "vorparameter/platform/vorExport.h"
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 class vorParameterKeyImpl;
-using vorParameterKeyImplPtr = std::shared_ptr<const vorParameterKeyImpl>;
+
+/// The counted handle to a key record. Keys are made, copied and dropped
+/// only within calls into the library, which a host serialises (see
+/// docs/threads.md), so the count is a plain integer: making a key from a
+/// text takes no atomic step.
+class VOR_API vorParameterKeyImplPtr {
+public:
+    vorParameterKeyImplPtr() = default;
+    /// Takes a share of `impl`, which was made with new or is held already.
+    explicit vorParameterKeyImplPtr(const vorParameterKeyImpl* impl);
+    vorParameterKeyImplPtr(const vorParameterKeyImplPtr& other)
+        : vorParameterKeyImplPtr(other.m_impl) {}
+    vorParameterKeyImplPtr(vorParameterKeyImplPtr&& other) noexcept
+        : m_impl(std::exchange(other.m_impl, nullptr)) {}
+    vorParameterKeyImplPtr& operator=(vorParameterKeyImplPtr other) noexcept {
+        std::swap(m_impl, other.m_impl);
+        return *this;
+    }
+    ~vorParameterKeyImplPtr();
+
+    const vorParameterKeyImpl* get() const { return m_impl; }
+    const vorParameterKeyImpl* operator->() const { return m_impl; }
+    const vorParameterKeyImpl& operator*() const { return *m_impl; }
+    explicit operator bool() const { return m_impl != nullptr; }
+    /// How many handles share the record.
+    int use_count() const;
+
+    friend bool operator==(const vorParameterKeyImplPtr& a, const vorParameterKeyImplPtr& b) {
+        return a.m_impl == b.m_impl;
+    }
+    friend bool operator!=(const vorParameterKeyImplPtr& a, const vorParameterKeyImplPtr& b) {
+        return a.m_impl != b.m_impl;
+    }
+
+private:
+    const vorParameterKeyImpl* m_impl = nullptr;
+};
 
 /// The parsed form of one path text. Immutable but for lazily filled caches.
 class VOR_API vorParameterKeyImpl {
@@ -70,31 +108,52 @@ public:
     /// std::hash of first(), computed with the parse: tables of names look a
     /// parsed path up without hashing it again.
     std::size_t first_hash() const { return m_first_hash; }
+    /// first() in the form maps keep their members' names, which compares
+    /// with them in two words.
+    const utCompactString& first_name() const { return m_first_name; }
     /// The first component as an integer; false unless it is a whole integer
     /// within the range of int.
     bool index(int& out) const;
 
     explicit vorParameterKeyImpl(const utString& text);
-    vorParameterKeyImpl()
-        : m_first_hash(std::hash<utString>()(m_first)) {}
+    vorParameterKeyImpl() { set_first(utString()); }
 
 private:
     void parse(const utString& text);
+    void set_first(utString first);
 
     vorParameterType m_type = TYPE_ERROR;
     utString m_first;
     utString m_remainder;
     std::size_t m_first_hash = 0;
+    utCompactString m_first_name;
     mutable std::unique_ptr<utString> m_str;
     mutable std::unique_ptr<utString> m_last;
     mutable std::unique_ptr<utString> m_first_lower;
-    /// remainder_impl's answer, valid while the synonyms are those of
-    /// m_rest_synonyms (new synonyms may change what a text stands for).
-    mutable std::weak_ptr<const vorParameterKeyImpl> m_rest;
-    /// The record m_rest watches, for remembered_remainder().
+    /// remainder_impl's answer, valid while the key cache has dropped or
+    /// replaced no record since m_rest_generation (new synonyms may change
+    /// what a text stands for).
     mutable const vorParameterKeyImpl* m_rest_record = nullptr;
-    mutable std::uint64_t m_rest_synonyms = 0;
+    mutable std::uint64_t m_rest_generation = 0;
+
+    friend class vorParameterKeyImplPtr;
+    mutable int m_shares = 0;
 };
+
+inline vorParameterKeyImplPtr::vorParameterKeyImplPtr(const vorParameterKeyImpl* impl)
+    : m_impl(impl) {
+    if (impl)
+        ++impl->m_shares;
+}
+
+inline vorParameterKeyImplPtr::~vorParameterKeyImplPtr() {
+    if (m_impl && --m_impl->m_shares == 0)
+        delete m_impl;
+}
+
+inline int vorParameterKeyImplPtr::use_count() const {
+    return m_impl ? m_impl->m_shares : 0;
+}
 
 class VOR_API vorParameterKey {
 public:
