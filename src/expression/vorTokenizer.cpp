@@ -18,6 +18,7 @@
 #include "vorparameter/platform/vorStringUtils.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 
 utStringintcoTable vorEvaluator::s_binary_ops;
@@ -28,10 +29,13 @@ utStringutStringcoTable vorEvaluator::s_equiv_alpha_ops;
 namespace {
 
 // Derived from the tables once, so that most tokens need no table lookup:
-// names longer than every word operator are plain names, and only the
-// characters that begin a two-character operator need a two-character probe.
+// names longer than every word operator are plain names, only the
+// characters that begin a two-character operator need a two-character probe,
+// and a one-character binary operator finds its binding strength by index
+// (0: the character is none).
 std::size_t g_longest_word = 0;
 std::string g_pair_starts;
+std::array<int, 128> g_char_levels{};
 
 bool is_word(const utString& text) {
     for (char c : text.view())
@@ -59,8 +63,11 @@ void vorEvaluator::init_tables() {
         {",", 1}, {"|", 2},  {"xor", 3}, {"&", 4},  {"==", 5}, {"!=", 5}, {">", 6},
         {"<", 6}, {">=", 6}, {"<=", 6},  {"+", 7},  {"-", 7},  {"*", 8},  {"/", 8},
         {"%", 8}, {"^", 9},  {"[", 12},  {"(", 13}, {"{", 14}, {".", 15}};
-    for (const auto& [op, level] : binary)
+    for (const auto& [op, level] : binary) {
         s_binary_ops.set(op, level);
+        if (op[1] == '\0')
+            g_char_levels[static_cast<unsigned char>(op[0])] = level;
+    }
     for (const char* op : {"!", "m", "cm", "mm", "um", "yd", "ft", "in", "th"})
         s_postfix_ops.set(op, 10);
     for (const char* op : {"+", "-", "!"})
@@ -74,6 +81,14 @@ void vorEvaluator::init_tables() {
         derive_shortcuts(*table);
     for (const auto& entry : s_equiv_alpha_ops)
         g_longest_word = std::max(g_longest_word, entry.first.size());
+}
+
+const int* vorEvaluator::binary_level(const utString& op) {
+    if (op.size() == 1 && static_cast<unsigned char>(op[0]) < g_char_levels.size()) {
+        const int& level = g_char_levels[static_cast<unsigned char>(op[0])];
+        return level ? &level : nullptr;
+    }
+    return s_binary_ops.find(op);
 }
 
 void vorEvaluator::next_token(vorCharTypes& types, int expect_operand) {
@@ -211,7 +226,7 @@ void vorEvaluator::scan_name(vorCharTypes& types, int expect_operand) {
             return;
         }
         const utStringintcoTable& unary = expect_operand ? s_prefix_ops : s_postfix_ops;
-        if (s_binary_ops.contains(m_token) || unary.contains(m_token)) {
+        if (binary_level(m_token) || unary.contains(m_token)) {
             m_token_kind = TOKEN_OPERATOR;
             return;
         }
@@ -262,7 +277,7 @@ bool vorEvaluator::scan_symbol(int expect_operand) {
             continue;
         utString text(vorMultiByteToWideChar::convert_back(
             std::u32string_view(m_wide_expr).substr(pos, width)));
-        if (s_binary_ops.contains(text) || unary.contains(text)) {
+        if (binary_level(text) || unary.contains(text)) {
             m_token = std::move(text);
             m_token_kind = TOKEN_OPERATOR;
             m_pos += static_cast<int>(width);
