@@ -204,7 +204,23 @@ void vorEvaluator::record_param(const vorParameterPtr& p) {
         m_has_function_param = true;
         return;
     }
-    if (!p->get_name().empty() && m_paramset_members.insert(p.get()).second)
+    if (p->get_name().empty())
+        return;
+    // Most expressions name a few parameters, which a look along the list
+    // finds sooner than a set that allocates for each: the set indexes only
+    // a longer list.
+    if (m_paramset.size() < paramset_scanned) {
+        for (const vorParameterPtr& recorded : m_paramset)
+            if (recorded.get() == p.get())
+                return;
+        m_paramset.reserve(paramset_scanned); // one allocation for the searched part
+        m_paramset.push_back(p);
+        return;
+    }
+    if (m_paramset_members.empty())
+        for (const vorParameterPtr& recorded : m_paramset)
+            m_paramset_members.insert(recorded.get());
+    if (m_paramset_members.insert(p.get()).second)
         m_paramset.push_back(p);
 }
 
@@ -224,7 +240,7 @@ vorParameterPtr vorEvaluator::expression(int min_prec, int resolve_names, int sk
     while (m_token_kind != TOKEN_END) {
         if (m_token_kind != TOKEN_OPERATOR)
             return syntax_error();
-        const int* level = s_binary_ops.find(m_token);
+        const int* level = binary_level(m_token);
         if (!level) {
             if (!s_postfix_ops.contains(m_token))
                 return lhs; // a closing bracket: the caller's business

@@ -25,6 +25,13 @@ namespace {
 // Reads `text` as one plain number, taking both "." and "," for the locale's
 // decimal point, so that a text typed in either convention is a literal.
 bool parse_plain_number(const utString& text, double& value) {
+    // Most expressions begin with a name, and no number begins with a
+    // letter: such texts are told apart without copying them.
+    const char first = text.empty() ? '\0' : text[0];
+    if ((first >= 'a' && first <= 'z') || (first >= 'A' && first <= 'Z')) {
+        value = 0.0;
+        return false;
+    }
     const char point = nlsUtils::decimal_point();
     std::string number = text.str();
     for (char& c : number)
@@ -104,14 +111,17 @@ utString normalized_number(const utString& text) {
 
 vorParameterNumeric::vorParameterNumeric(vorParameterSubType subtype, const vorDimensions& dim,
                                          double value)
-    : vorParameterScalar(vorformat_double_exact(value))
+    : vorParameterScalar(std::isfinite(value) ? utString() : vorformat_double_exact(value))
     , m_subtype(static_cast<std::uint8_t>(valid_subtype(subtype) ? subtype : SUB_NUMBER))
     , m_literal(std::isfinite(value))
-    , m_dim(dim)
     // The exact text of a finite number reads back to that very number, so
-    // the cache can be filled without parsing it.
+    // the cache can be filled without parsing it, and the text can wait for
+    // a reader: formatting it is most of the cost of a new number.
+    , m_text_deferred(std::isfinite(value))
+    , m_dim(dim)
     , m_cache(std::isfinite(value) ? value : empty_cache) {}
 
+// The base copies the text as written, so the copy has no text to defer.
 vorParameterNumeric::vorParameterNumeric(const vorParameterNumeric& other)
     : vorParameterScalar(other)
     , m_subtype(other.m_subtype)
@@ -119,6 +129,13 @@ vorParameterNumeric::vorParameterNumeric(const vorParameterNumeric& other)
     , m_dim(other.m_dim)
     , m_cache(other.m_cache)
     , m_range(other.m_range ? std::make_unique<const vorRange>(*other.m_range) : nullptr) {}
+
+void vorParameterNumeric::write_deferred_value() const {
+    if (!m_text_deferred)
+        return;
+    m_text_deferred = false;
+    write_value(vorformat_double_exact(m_cache));
+}
 
 const vorRange& vorParameterNumeric::get_range() const {
     static const vorRange none;

@@ -19,13 +19,13 @@ UT_DEFINE_TYPE(vorParameterScalar, vorParameter)
 
 vorParameterScalar::vorParameterScalar(const vorParameterScalar& other)
     : vorParameter(other)
-    , m_value(other.m_value) {
+    , m_value(other.get_value()) {
     record_default_if_missing();
 }
 
 void vorParameterScalar::record_default_if_missing() {
     if (get_impl()->details().default_value.is_invalid())
-        get_impl()->edit_details().default_value = m_value;
+        get_impl()->edit_details().default_value = get_value();
 }
 
 bool vorParameterScalar::has_interpolation(const utString& text) {
@@ -34,11 +34,11 @@ bool vorParameterScalar::has_interpolation(const utString& text) {
 
 utString vorParameterScalar::get_expr() const {
     onread_callback();
-    return m_value;
+    return get_value();
 }
 
 bool vorParameterScalar::is_expr() const {
-    return has_interpolation(m_value);
+    return has_interpolation(get_value());
 }
 
 utString vorParameterScalar::get_string() const {
@@ -49,11 +49,12 @@ utString vorParameterScalar::get_string() const {
         return utString();
     }
     onread_callback();
-    return m_value;
+    return get_value();
 }
 
 void vorParameterScalar::set_value(const utString& text) {
-    if (text == m_value && text.is_invalid() == m_value.is_invalid())
+    const utString& current = get_value();
+    if (text == current && text.is_invalid() == current.is_invalid())
         return;
     vorParameterUpdateTrack::track_parameter(this);
     vorReadMemo::disturb();
@@ -65,6 +66,7 @@ void vorParameterScalar::append_value(const utString& more) {
         return;
     vorParameterUpdateTrack::track_parameter(this);
     vorReadMemo::disturb();
+    get_value(); // a deferred text is written before it is appended to
     m_value += more.view();
 }
 

@@ -18,6 +18,7 @@
 #include "vorparameter/platform/vorStringUtils.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 
 utStringintcoTable vorEvaluator::s_binary_ops;
@@ -28,10 +29,32 @@ utStringutStringcoTable vorEvaluator::s_equiv_alpha_ops;
 namespace {
 
 // Derived from the tables once, so that most tokens need no table lookup:
-// names longer than every word operator are plain names, and only the
-// characters that begin a two-character operator need a two-character probe.
+// names longer than every word operator, or beginning with a letter that
+// begins none in either case, are plain names; only the characters that
+// begin a two-character operator need a two-character probe; and a
+// one-character binary operator finds its binding strength by index (0: the
+// character is none).
 std::size_t g_longest_word = 0;
+std::array<bool, 128> g_word_starts{}; // by lower-case letter
 std::string g_pair_starts;
+std::array<int, 128> g_char_levels{};
+
+// Maps both cases of an ASCII letter to the lower case.
+std::size_t folded(char letter) {
+    return static_cast<unsigned char>(letter) | 0x20u;
+}
+
+void note_word(const utString& word) {
+    g_longest_word = std::max(g_longest_word, word.size());
+    g_word_starts[folded(word[0])] = true;
+}
+
+// False when `name` is surely no word operator. A name that begins beyond
+// ASCII is not judged here.
+bool may_be_word(const utString& name) {
+    return name.size() <= g_longest_word &&
+           (static_cast<unsigned char>(name[0]) >= 0x80 || g_word_starts[folded(name[0])]);
+}
 
 bool is_word(const utString& text) {
     for (char c : text.view())
@@ -44,7 +67,7 @@ void derive_shortcuts(const utStringintcoTable& table) {
     for (const auto& entry : table) {
         const utString& op = entry.first;
         if (is_word(op))
-            g_longest_word = std::max(g_longest_word, op.size());
+            note_word(op);
         else if (op.size() == 2 && g_pair_starts.find(op[0]) == std::string::npos)
             g_pair_starts += op[0];
     }
@@ -59,8 +82,11 @@ void vorEvaluator::init_tables() {
         {",", 1}, {"|", 2},  {"xor", 3}, {"&", 4},  {"==", 5}, {"!=", 5}, {">", 6},
         {"<", 6}, {">=", 6}, {"<=", 6},  {"+", 7},  {"-", 7},  {"*", 8},  {"/", 8},
         {"%", 8}, {"^", 9},  {"[", 12},  {"(", 13}, {"{", 14}, {".", 15}};
-    for (const auto& [op, level] : binary)
+    for (const auto& [op, level] : binary) {
         s_binary_ops.set(op, level);
+        if (op[1] == '\0')
+            g_char_levels[static_cast<unsigned char>(op[0])] = level;
+    }
     for (const char* op : {"!", "m", "cm", "mm", "um", "yd", "ft", "in", "th"})
         s_postfix_ops.set(op, 10);
     for (const char* op : {"+", "-", "!"})
@@ -73,7 +99,15 @@ void vorEvaluator::init_tables() {
     for (const utStringintcoTable* table : {&s_binary_ops, &s_prefix_ops, &s_postfix_ops})
         derive_shortcuts(*table);
     for (const auto& entry : s_equiv_alpha_ops)
-        g_longest_word = std::max(g_longest_word, entry.first.size());
+        note_word(entry.first);
+}
+
+const int* vorEvaluator::binary_level(const utString& op) {
+    if (op.size() == 1 && static_cast<unsigned char>(op[0]) < g_char_levels.size()) {
+        const int& level = g_char_levels[static_cast<unsigned char>(op[0])];
+        return level ? &level : nullptr;
+    }
+    return s_binary_ops.find(op);
 }
 
 void vorEvaluator::next_token(vorCharTypes& types, int expect_operand) {
@@ -204,14 +238,14 @@ void vorEvaluator::scan_name(vorCharTypes& types, int expect_operand) {
     m_token = utString(vorMultiByteToWideChar::convert_back(
         std::u32string_view(m_wide_expr).substr(start, i - start)));
 
-    if (m_token.size() <= g_longest_word) {
+    if (may_be_word(m_token)) {
         if (const utString* symbol = s_equiv_alpha_ops.find(vorupcase(m_token.view()))) {
             m_token = *symbol;
             m_token_kind = TOKEN_OPERATOR;
             return;
         }
         const utStringintcoTable& unary = expect_operand ? s_prefix_ops : s_postfix_ops;
-        if (s_binary_ops.contains(m_token) || unary.contains(m_token)) {
+        if (binary_level(m_token) || unary.contains(m_token)) {
             m_token_kind = TOKEN_OPERATOR;
             return;
         }
@@ -262,7 +296,7 @@ bool vorEvaluator::scan_symbol(int expect_operand) {
             continue;
         utString text(vorMultiByteToWideChar::convert_back(
             std::u32string_view(m_wide_expr).substr(pos, width)));
-        if (s_binary_ops.contains(text) || unary.contains(text)) {
+        if (binary_level(text) || unary.contains(text)) {
             m_token = std::move(text);
             m_token_kind = TOKEN_OPERATOR;
             m_pos += static_cast<int>(width);

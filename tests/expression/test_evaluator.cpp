@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace {
 
 class Evaluator : public ::testing::Test {
@@ -134,6 +136,20 @@ TEST_F(Evaluator, ParamsetRecordsEachParameterOnce) {
     EXPECT_EQ(read[0].get(), root["a"].get());
     EXPECT_EQ(read[1].get(), root["tool.diameter"].get()) << "only the final member of a path";
     EXPECT_FALSE(evaluator.has_function_param());
+
+    // Long lists are indexed for the look-up: still each once, in the order
+    // first met, across the point where the index starts.
+    std::string text = "a";
+    for (int i = 0; i < 12; ++i) {
+        root->add(utString("p" + std::to_string(i)), real(i));
+        text += "+p" + std::to_string(i) + "+a";
+    }
+    evaluator.evaluate(utString(text + "+p0+p11"));
+    ASSERT_EQ(read.size(), 13u);
+    EXPECT_EQ(read[0].get(), root["a"].get());
+    for (int i = 0; i < 12; ++i)
+        EXPECT_EQ(read[static_cast<std::size_t>(i) + 1].get(),
+                  root[utString("p" + std::to_string(i))].get());
 }
 
 TEST_F(Evaluator, RewritesSeparatorsAndDecimalPoints) {

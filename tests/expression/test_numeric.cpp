@@ -72,6 +72,22 @@ TEST(Numeric, LiteralsReadBackAndCacheUntilTheTextChanges) {
     EXPECT_EQ(vorParameterNumeric(SUB_STRING, DIM_NONE, 1).subtype(), SUB_NUMBER);
 }
 
+TEST(Numeric, ComputedNumbersWriteTheirTextForTheFirstReader) {
+    // 0.1 + 0.2 is no short decimal: a text written from anything but the
+    // exact value would show it.
+    const utString sum = "0.30000000000000004";
+    EXPECT_EQ(eval("0.1+0.2")->get_expr(), sum);
+    EXPECT_EQ(eval("0.1+0.2")->print(0), "(NUMERIC) " + sum.str() + " \n");
+
+    // A copy of a number whose text nobody read has the text, and keeps it
+    // as its default.
+    vorParameterPtr copy(eval("0.1+0.2")->create_new());
+    EXPECT_EQ(as_numeric(copy).get_value(), sum);
+    copy->set_double(1);
+    copy->reset();
+    EXPECT_EQ(as_numeric(copy).get_value(), sum);
+}
+
 TEST(Numeric, IntegerReadingRoundsHalfAwayFromZeroAndSaturates) {
     vorParameterNumeric n(SUB_INT, DIM_NONE, 0);
     const double values[] = {2.5, -2.5, 2.49, -0.4, 1e300, -1e300};

@@ -225,6 +225,9 @@ private:
     friend class vorPlanRunner;
 
     void reset_state();
+    /// The binding strength of the binary operator `op` (s_binary_ops), or
+    /// null when it is none.
+    static const int* binary_level(const utString& op);
     void begin(const utString& text);
     /// The compiled form of `text` for this evaluator's decimal points, from
     /// the cache or made now; empty when the text cannot be compiled.
@@ -296,7 +299,10 @@ private:
     std::size_t m_next_token = 0;
     vorParameterPtrcoStack m_arg_stack;
     vorParameterPtrcoDList m_paramset;
-    /// The nodes of m_paramset, so that recording one is O(1).
+    /// The length up to which m_paramset is searched rather than indexed.
+    static constexpr std::size_t paramset_scanned = 8;
+    /// The nodes of m_paramset once it is longer, so that recording one is
+    /// O(1); empty before.
     std::unordered_set<const vorParameter*> m_paramset_members;
     bool m_has_function_param = false;
 };

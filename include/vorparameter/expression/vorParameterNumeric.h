@@ -12,14 +12,16 @@
 // other non-empty text is an expression, evaluated anew on every read so that
 // it follows the parameters it names. A literal is parsed once: the number is
 // cached until the text changes, so reading it costs no parse, allocation or
-// locale lookup.
+// locale lookup. A number made by the constructor writes its text when the
+// text is first read (get_value and all that reads it): most are operands
+// and results inside an expression, whose text nobody reads.
 //
 // Reading never fails: a value that does not evaluate to a number reads as
 // 0.0 through get_double and as the empty string through get_string, and
 // check_range reports it as out of range.
 //
 // A numeric must not be read from two threads at once: reads refresh the
-// cache.
+// cache and may write the text.
 //
 //===----------------------------------------------------------------------===//
 #ifndef VORPARAMETER_EXPRESSION_VORPARAMETERNUMERIC_H
@@ -165,13 +167,20 @@ private:
     /// read_number for an operand of an operator: an error passes through,
     /// any other value that is no number is ERR_TYPE.
     vorParameterPtr read_operand(double& value) const;
+    /// Writes the text of a number made by the constructor, which leaves it
+    /// for the first reader.
+    void write_deferred_value() const override;
 
     // Every number of a tree carries these, so they are laid out without
-    // padding (the kind in one byte, beside the flag) and the rarely set
+    // padding (the kind in one byte, beside the flags) and the rarely set
     // range lives apart.
     std::uint8_t m_subtype;
     /// The text is a plain number; set with the text.
     bool m_literal = false;
+    /// The text is the exact text of m_cache, not yet written: most numbers
+    /// the constructor makes are operands and results inside an expression,
+    /// whose text nobody reads.
+    mutable bool m_text_deferred = false;
     vorDimensions m_dim;
     mutable double m_cache = empty_cache;
     /// Null until a range is set.

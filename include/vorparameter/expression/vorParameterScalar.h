@@ -36,7 +36,11 @@ public:
     vorParameterPtr operate_binary(const utString& op, const vorParameterPtr& other) const override;
 
     /// The stored text as it stands.
-    const utString& get_value() const { return m_value; }
+    const utString& get_value() const {
+        if (m_value.empty())
+            write_deferred_value();
+        return m_value;
+    }
     /// Stores `text` (registering the change with the update tracker when it
     /// differs) without running callbacks; for loaders and copies.
     virtual void set_value(const utString& text);
@@ -55,8 +59,16 @@ protected:
     /// Appends to the stored text, with the bookkeeping of set_value.
     void append_value(const utString& more);
 
+    /// A class that may leave its text unwritten until it is read (a number
+    /// an expression computes is seldom read as text) writes it here with
+    /// write_value. Called by get_value while the stored text is empty.
+    virtual void write_deferred_value() const {}
+    /// Stores the text of the value the parameter already has, without the
+    /// bookkeeping of set_value: nothing changes for a reader.
+    void write_value(utString text) const { m_value = std::move(text); }
+
 private:
-    utString m_value;
+    mutable utString m_value;
 };
 
 #endif // VORPARAMETER_EXPRESSION_VORPARAMETERSCALAR_H
