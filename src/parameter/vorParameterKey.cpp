@@ -22,24 +22,25 @@ namespace {
 /// is simply parsed again when next met. Synonyms are kept for good. The next
 /// sweep waits until the table has doubled past what survived, so sweeping
 /// costs amortised O(1) per insertion.
+/// Moves whenever a record leaves the key cache (dropped or replaced): until
+/// then, every record the cache held is alive and stands for its text. A
+/// plain variable, so that walking a path reads it without reaching the cache.
+std::uint64_t key_cache_generation = 1;
+
 class KeyCache {
 public:
     static constexpr std::size_t max_entries = 1 << 16;
     static constexpr std::size_t max_bytes = 16 << 20;
 
-    const vorParameterKeyImplPtr* find(const utString& text) const {
-        const Entry* found = m_entries.find(text);
+    const vorParameterKeyImplPtr* find(std::string_view text) const {
+        const Entry* found = m_entries.find(TextProbe{text});
         return found ? &found->impl : nullptr;
     }
-
-    /// Moves whenever a record leaves the cache (dropped or replaced): until
-    /// then, every record it held is alive and stands for its text.
-    std::uint64_t generation() const { return m_generation; }
 
     void insert(const utString& text, vorParameterKeyImplPtr impl, bool pinned = false) {
         if (Entry* existing = m_entries.find(text)) {
             *existing = Entry{std::move(impl), pinned || existing->pinned};
-            ++m_generation;
+            ++key_cache_generation;
         } else {
             m_entries.set(text, Entry{std::move(impl), pinned});
             m_bytes += text.size();
@@ -54,6 +55,15 @@ private:
         bool pinned = false;
     };
 
+    /// A text looked up as it stands, without copying it into a utString.
+    struct TextProbe {
+        std::string_view text;
+        operator std::string_view() const { return text; }
+        friend bool operator==(const utString& key, const TextProbe& probe) {
+            return utString::same_text(key.view(), probe.text);
+        }
+    };
+
     void sweep() {
         std::vector<utString> unused;
         for (const auto& [text, entry] : m_entries)
@@ -64,18 +74,17 @@ private:
             m_entries.erase(text);
         }
         if (!unused.empty())
-            ++m_generation;
+            ++key_cache_generation;
         m_entry_threshold = std::max(max_entries, 2 * m_entries.size());
         m_byte_threshold = std::max(max_bytes, 2 * m_bytes);
     }
 
     // An insertion-ordered table probes without a division and compares
     // stored hashes before texts: a lookup costs little beside the hash.
-    coTable<utString, Entry> m_entries;
+    coTable<utString, Entry, utTextHash> m_entries;
     std::size_t m_bytes = 0;
     std::size_t m_entry_threshold = max_entries;
     std::size_t m_byte_threshold = max_bytes;
-    std::uint64_t m_generation = 1;
 };
 
 KeyCache& key_cache() {
@@ -214,25 +223,24 @@ void vorParameterKeyImpl::parse(const utString& text) {
 }
 
 vorParameterKeyImplPtr vorParameterKeyImpl::get_impl(const utString& given) {
-    if (given.empty())
+    return get_impl(given.view());
+}
+
+vorParameterKeyImplPtr vorParameterKeyImpl::get_impl(std::string_view text) {
+    // Leading "$" characters are not part of the name.
+    if (!text.empty() && text.front() == '$')
+        text.remove_prefix(std::min(text.find_first_not_of('$'), text.size()));
+    if (text.empty())
         return empty_impl();
-    const utString* text = &given;
-    utString stripped;
-    if (given[0] == '$') {
-        stripped = given;
-        stripped.remove_leading("$");
-        if (stripped.empty())
-            return empty_impl();
-        text = &stripped;
-    }
 
     KeyCache& cache = key_cache();
-    if (const vorParameterKeyImplPtr* found = cache.find(*text))
+    if (const vorParameterKeyImplPtr* found = cache.find(text))
         return *found;
 
-    vorParameterKeyImplPtr impl(new vorParameterKeyImpl(*text));
-    if (impl->type() == TYPE_MAP && text->size() <= max_cached_length)
-        cache.insert(*text, impl);
+    const utString whole(text);
+    vorParameterKeyImplPtr impl(new vorParameterKeyImpl(whole));
+    if (impl->type() == TYPE_MAP && whole.size() <= max_cached_length)
+        cache.insert(whole, impl);
     return impl;
 }
 
@@ -258,13 +266,13 @@ vorParameterKeyImplPtr vorParameterKeyImpl::remainder_impl() const {
     // anew each time must keep giving a record of its own.
     if (rest->type() == TYPE_MAP && m_remainder.size() <= max_cached_length) {
         m_rest_record = rest.get();
-        m_rest_generation = key_cache().generation();
+        m_rest_generation = key_cache_generation;
     }
     return rest;
 }
 
 const vorParameterKeyImpl* vorParameterKeyImpl::remembered_remainder() const {
-    if (!m_rest_record || m_rest_generation != key_cache().generation())
+    if (!m_rest_record || m_rest_generation != key_cache_generation)
         return nullptr;
     return m_rest_record;
 }

@@ -34,6 +34,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 class vorParameterKeyImpl;
@@ -84,6 +85,9 @@ public:
 
     /// The record for `text`, from the cache when it is a name key.
     static vorParameterKeyImplPtr get_impl(const utString& text);
+    /// The same for a text not yet held as a utString: a text the cache
+    /// knows is found without copying it.
+    static vorParameterKeyImplPtr get_impl(std::string_view text);
     /// The record of an index key with no remainder, built without parsing.
     static vorParameterKeyImplPtr get_index_impl(long long index);
     /// Makes each synonym text (table key) stand for its replacement (value).
@@ -162,7 +166,7 @@ public:
     vorParameterKey(const utString& text)
         : m_impl(vorParameterKeyImpl::get_impl(text)) {}
     vorParameterKey(const char* text)
-        : m_impl(vorParameterKeyImpl::get_impl(utString(text))) {}
+        : m_impl(vorParameterKeyImpl::get_impl(std::string_view(text ? text : ""))) {}
     /// The index key `index`, followed by "." and `rest` when rest is not empty.
     vorParameterKey(int index, const utString& rest);
     explicit vorParameterKey(vorParameterKeyImplPtr impl)

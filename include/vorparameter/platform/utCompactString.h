@@ -70,16 +70,7 @@ public:
     }
     friend bool operator!=(const utCompactString& a, const utCompactString& b) { return !(a == b); }
     friend bool operator==(const utCompactString& a, std::string_view b) {
-        if (!a.is_inline())
-            return a.view() == b;
-        // A name is short: comparing it in line beats a call to memcmp.
-        const std::size_t size = inline_capacity - static_cast<unsigned char>(a.m_bytes[tag]);
-        if (size != b.size())
-            return false;
-        for (std::size_t i = 0; i < size; ++i)
-            if (a.m_bytes[i] != b[i])
-                return false;
-        return true;
+        return utString::same_text(a.view(), b);
     }
     friend bool operator!=(const utCompactString& a, std::string_view b) { return !(a == b); }
 

@@ -1,7 +1,8 @@
 //===- utString.h - UTF-8 text of the parameter library ---------*- C++ -*-===//
 //
-// utString holds every name, value text and message of the library: UTF-8 text
-// in a std::string, plus one extra state, "invalid", which scalars use to mark
+// utString holds the names, value texts and messages that the library takes
+// and hands out (a tree stores its names as utCompactString): UTF-8 text in a
+// std::string, plus one extra state, "invalid", which scalars use to mark
 // a missing alternative default. An invalid string reads as empty text; it is
 // distinct only through is_invalid().
 //
@@ -98,10 +99,10 @@ public:
     friend utString operator+(utString a, std::string_view b) { return a += b; }
     friend utString operator+(const char* a, const utString& b) { return utString(a) += b; }
 
-private:
-    // Names and operators, the texts compared most often (every lookup in a
-    // map compares a name, every step of the parser an operator), are short:
-    // comparing those in line beats a call to memcmp.
+    /// Byte equality of two texts. Names and operators, the texts compared
+    /// most often (every lookup in a map compares a name, every step of the
+    /// parser an operator), are short: comparing those in line beats a call
+    /// to memcmp.
     static bool same_text(std::string_view a, std::string_view b) {
         const std::size_t size = a.size();
         if (size != b.size())
@@ -114,6 +115,7 @@ private:
         return true;
     }
 
+private:
     std::string m_text;
     bool m_invalid = false;
 };
