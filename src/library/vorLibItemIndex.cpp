@@ -93,10 +93,6 @@ std::size_t mix(std::size_t seed, std::size_t value) {
     return seed ^ (value + 0x9e3779b97f4a7c15ULL + (seed << 6) + (seed >> 2));
 }
 
-std::size_t text_hash(std::string_view text) {
-    return std::hash<std::string_view>()(text);
-}
-
 /// The numbers of an item projected onto one sum: each number times a weight
 /// from 1 to 2 taken from its place in the item, so that {1; 2} and {2; 1}
 /// fall apart while equal items, whose numbers sit at the same places, stay
@@ -120,7 +116,7 @@ std::size_t shape_of(const vorParameter& item, std::size_t place, int depth, Pro
         numbers.weights += weight_of(place);
         return 1;
     case ItemKind::Text:
-        return mix(2, text_hash(item.get_string()));
+        return mix(2, utTextHash()(item.get_string()));
     case ItemKind::Array: {
         const auto& array = *vorParameterArray::ut_dynamic_cast(&item);
         std::size_t hash = mix(3, static_cast<std::size_t>(array.size()));
@@ -139,8 +135,8 @@ std::size_t shape_of(const vorParameter& item, std::size_t place, int depth, Pro
             return hash;
         std::size_t members = 0;
         for (const auto& [name, member] : map.members()) {
-            const std::size_t at = mix(place, text_hash(name));
-            members += mix(text_hash(name), shape_of(*member.par(), at, depth + 1, numbers));
+            const std::size_t at = mix(place, utTextHash()(name));
+            members += mix(utTextHash()(name), shape_of(*member.par(), at, depth + 1, numbers));
         }
         return mix(hash, members);
     }
