@@ -55,6 +55,11 @@ vorParameterPtr vorParameterPtr::operator[](const vorParameterKey& key) const {
     return (*node())[key];
 }
 
+vorParameterPtr vorParameterPtr::operator[](const char* path) const {
+    check();
+    return (*node())[path];
+}
+
 vorParameterPtr vorParameterPtr::copy() const {
     check();
     vorParameterPtr clone(node()->create_new());
@@ -327,6 +332,14 @@ vorParameterPtr vorParameter::operator[](const vorParameterKey&) const {
 
 vorParameterPtr vorParameter::operator[](const vorParameterKey&) {
     return vorParameterError::create(ERR_TYPE);
+}
+
+vorParameterPtr vorParameter::lookup_text(std::string_view path, bool as_const) const {
+    const vorParameterKey key(vorParameterKeyImpl::get_impl(path));
+    if (as_const)
+        return (*this)[key];
+    // Only the non-const operator[] asks for the non-const lookup.
+    return (*const_cast<vorParameter*>(this))[key];
 }
 
 vorParameterPtr vorParameter::add(const vorParameterKey&, vorParameterPtr) {

@@ -92,9 +92,22 @@ KeyCache& key_cache() {
     return *cache;
 }
 
-const vorParameterKeyImplPtr& empty_impl() {
-    static const vorParameterKeyImplPtr empty(new vorParameterKeyImpl());
-    return empty;
+/// The one record of the empty key. It lives until the process ends, and
+/// keys refer to it without counting.
+const vorParameterKeyImpl* empty_record() {
+    static const vorParameterKeyImpl* record = new vorParameterKeyImpl();
+    return record;
+}
+
+vorParameterKeyImplPtr empty_impl() {
+    return vorParameterKeyImplPtr(coPrfExtern(), empty_record());
+}
+
+/// `text` without its leading "$" characters, which are not part of a name.
+std::string_view without_dollars(std::string_view text) {
+    if (!text.empty() && text.front() == '$')
+        text.remove_prefix(std::min(text.find_first_not_of('$'), text.size()));
+    return text;
 }
 
 bool is_name_char(char32_t c) {
@@ -114,7 +127,7 @@ vorParameterKeyImpl::vorParameterKeyImpl(const utString& text) {
 
 void vorParameterKeyImpl::set_first(utString first) {
     m_first = std::move(first);
-    m_first_hash = std::hash<utString>()(m_first);
+    m_first_hash = utTextHash()(m_first.view());
     m_first_name = utCompactString(m_first);
 }
 
@@ -226,10 +239,16 @@ vorParameterKeyImplPtr vorParameterKeyImpl::get_impl(const utString& given) {
     return get_impl(given.view());
 }
 
+const vorParameterKeyImpl* vorParameterKeyImpl::find_cached(std::string_view text) {
+    text = without_dollars(text);
+    if (text.empty())
+        return empty_record();
+    const vorParameterKeyImplPtr* found = key_cache().find(text);
+    return found ? found->get() : nullptr;
+}
+
 vorParameterKeyImplPtr vorParameterKeyImpl::get_impl(std::string_view text) {
-    // Leading "$" characters are not part of the name.
-    if (!text.empty() && text.front() == '$')
-        text.remove_prefix(std::min(text.find_first_not_of('$'), text.size()));
+    text = without_dollars(text);
     if (text.empty())
         return empty_impl();
 
@@ -261,9 +280,15 @@ void vorParameterKeyImpl::initialize_synonyms(const utStringutStringcoTable& tab
 vorParameterKeyImplPtr vorParameterKeyImpl::remainder_impl() const {
     if (const vorParameterKeyImpl* remembered = remembered_remainder())
         return vorParameterKeyImplPtr(remembered);
+    const std::uint64_t generation = key_cache_generation;
     vorParameterKeyImplPtr rest = get_impl(m_remainder);
     // Only a record that the cache keeps is remembered: a text that is parsed
-    // anew each time must keep giving a record of its own.
+    // anew each time must keep giving a record of its own. When the cache
+    // dropped records to make room for the remainder, this record may have
+    // been one of them (a walk down a path holds no share of the records it
+    // passes), so it is not touched again.
+    if (generation != key_cache_generation)
+        return rest;
     if (rest->type() == TYPE_MAP && m_remainder.size() <= max_cached_length) {
         m_rest_record = rest.get();
         m_rest_generation = key_cache_generation;

@@ -197,6 +197,38 @@ vorParameterPtr vorParameterMap::find_path(const vorParameterKey& key, bool as_c
     }
 }
 
+const vorParameterPtr* vorParameterMap::find_plain_path(const vorParameterKeyImpl* path) const {
+    const vorParameterMap* map = this;
+    for (;;) {
+        if (!path || path->type() != TYPE_MAP || path->first().view() == std::string_view("_keys"))
+            return nullptr;
+        const vorParameterPtr* member = map->find_member(*path);
+        if (!member)
+            return nullptr;
+        if (member->is_null())
+            return nullptr;
+        if (path->remainder().empty()) {
+            const vorParameter& found = **member;
+            const bool checked_away =
+                (found.is_error() && !found.is_ref()) ||
+                (vorEvalFunction::functions_only() && found.type() != TYPE_FUNCTION);
+            return checked_away ? nullptr : member;
+        }
+        if (typeid(**member) != typeid(vorParameterMap))
+            return nullptr;
+        map = static_cast<const vorParameterMap*>(member->get());
+        path = path->remembered_remainder();
+    }
+}
+
+vorParameterPtr vorParameterMap::lookup_text(std::string_view path, bool as_const) const {
+    // A subclass may answer lookups its own way.
+    if (typeid(*this) == typeid(vorParameterMap))
+        if (const vorParameterPtr* member = find_plain_path(vorParameterKeyImpl::find_cached(path)))
+            return *member;
+    return vorParameter::lookup_text(path, as_const);
+}
+
 vorParameterPtr vorParameterMap::lookup(const vorParameterKey& key, bool as_const) const {
     vorParameterPtr result = find_path(key, as_const);
     if (result.is_null() || (result->is_error() && !result->is_ref()))

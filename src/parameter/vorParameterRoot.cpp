@@ -6,6 +6,7 @@
 #include "vorparameter/expression/vorParameterString.h"
 #include "vorparameter/platform/vorStringUtils.h"
 
+#include <typeinfo>
 #include <utility>
 
 UT_DEFINE_TYPE(vorParameterRoot, vorParameterMap)
@@ -79,6 +80,25 @@ vorParameterKey vorParameterRoot::translated(const vorParameterKey& key) const {
     }
     utString translation = translate_key(text);
     return translation == text ? key : vorParameterKey(translation);
+}
+
+bool vorParameterRoot::may_translate(const vorParameterKeyImpl& key) const {
+    // Synonyms replace a whole path without brackets, or a stretch between
+    // brackets; none of them has a "." in it.
+    if (key.remainder().contains("["))
+        return true;
+    return key.remainder().empty() && &lookup_key_synonym(key.first()) != &key.first();
+}
+
+vorParameterPtr vorParameterRoot::lookup_text(std::string_view path, bool as_const) const {
+    // A host's root may have synonyms and lookups of its own.
+    if (typeid(*this) == typeid(vorParameterRoot)) {
+        const vorParameterKeyImpl* record = vorParameterKeyImpl::find_cached(path);
+        if (record && !may_translate(*record))
+            if (const vorParameterPtr* member = find_plain_path(record))
+                return *member;
+    }
+    return vorParameter::lookup_text(path, as_const);
 }
 
 vorParameterPtr vorParameterRoot::lookup_member(const vorParameterKey& key) {

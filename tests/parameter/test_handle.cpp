@@ -139,3 +139,25 @@ TEST(HandleThreads, SharedEmptyHandleIsReplacedOnceWithoutARace) {
         EXPECT_EQ(shared.get(), vorParameterError::create(ERR_UNKNOWN).get());
     }
 }
+
+TEST(HandleThreads, KeysAreCopiedAndDroppedOnAnyThread) {
+    // Key records count their keys atomically. Four threads copy and drop
+    // one shared cached key, and each takes the last copy of an index key,
+    // whose record no cache holds, and deletes it on its way out
+    // (ThreadSanitizer checks the counts, AddressSanitizer the deletion).
+    const vorParameterKey cached("tool.diameter");
+    const int shares = vorParameterKeyImpl::get_impl(utString("tool.diameter")).use_count();
+    for (int round = 0; round < 50; ++round) {
+        std::vector<std::thread> threads;
+        for (int t = 0; t < 4; ++t)
+            threads.emplace_back([&cached, index = vorParameterKey(t, "")] {
+                for (int i = 0; i < 1000; ++i) {
+                    const vorParameterKey copies[] = {cached, index, cached};
+                    EXPECT_EQ(copies[1].first(), index.first());
+                }
+            });
+        for (std::thread& thread : threads)
+            thread.join();
+    }
+    EXPECT_EQ(vorParameterKeyImpl::get_impl(utString("tool.diameter")).use_count(), shares);
+}

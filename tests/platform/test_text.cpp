@@ -116,6 +116,21 @@ TEST(Text, UniqueIdsRoundTripThroughHex) {
     EXPECT_EQ(ref.get_uid(), id);
 }
 
+TEST(Text, TheTextHashSeesEveryByteAndTheLength) {
+    // Names are hashed a word at a time with a tail of one to seven bytes; a
+    // byte left out would make names that differ only there collide.
+    for (std::size_t length = 1; length <= 24; ++length) {
+        const std::string text(length, 'a');
+        const std::size_t hash = utTextHash()(text);
+        EXPECT_NE(hash, utTextHash()(text + 'a')) << length;
+        for (std::size_t at = 0; at < length; ++at) {
+            std::string changed = text;
+            changed[at] = 'b';
+            EXPECT_NE(hash, utTextHash()(changed)) << length << " " << at;
+        }
+    }
+}
+
 TEST(Text, CompactStringsKeepEveryTextAcrossTheInlineLimit) {
     // Lengths around the fifteen bytes kept in place, an embedded zero byte
     // and a long text: each survives copy, move and assignment, and compares

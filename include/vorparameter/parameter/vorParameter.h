@@ -32,6 +32,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string_view>
 
 class vorParameter;
 struct vorNumericValue;
@@ -87,6 +88,8 @@ public:
     vorParameter* par() const;
     /// The node's lookup of `key`.
     vorParameterPtr operator[](const vorParameterKey& key) const;
+    /// The node's lookup of the key made from `path`.
+    vorParameterPtr operator[](const char* path) const;
     /// A new handle owning a clone of the node (create_new()). The clone
     /// stands alone: its parent is none, so it can outlive the tree it came
     /// from.
@@ -195,6 +198,11 @@ public:
     virtual int size() const { return 0; }
     virtual vorParameterPtr operator[](const vorParameterKey& key) const;
     virtual vorParameterPtr operator[](const vorParameterKey& key);
+    /// The lookup of the key made from `path` (null is the empty text). The
+    /// same answer as operator[](vorParameterKey(path)); a map finds a path
+    /// the key cache knows without making a key of it.
+    vorParameterPtr operator[](const char* path) const { return lookup_text(text_of(path), true); }
+    vorParameterPtr operator[](const char* path) { return lookup_text(text_of(path), false); }
     virtual vorParameterPtr add(const vorParameterKey& key, vorParameterPtr par);
     virtual vorParameterPtr remove(const vorParameterKey& key);
     virtual void remove_all() {}
@@ -293,6 +301,14 @@ protected:
         , m_defined_from_file(false) {}
     vorParameter(const vorParameter& other);
     vorParameter& operator=(const vorParameter& other);
+
+    /// operator[] of a path text: makes its key and calls operator[] of the
+    /// key, the const one when `as_const`. Overridden by containers that can
+    /// find a path faster and give the same answer.
+    virtual vorParameterPtr lookup_text(std::string_view path, bool as_const) const;
+    static std::string_view text_of(const char* path) {
+        return path ? std::string_view(path) : std::string_view();
+    }
 
     /// evaluate(), for a caller that wants a number: when the value is a new
     /// number that nothing holds, it is written to `number` and the handle is

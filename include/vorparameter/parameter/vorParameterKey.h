@@ -20,7 +20,8 @@
 // max_path_length bytes, or with more than max_path_components separators
 // ("." or "["), is a malformed key whose first component is its beginning.
 //
-// Keys are created from one thread at a time (the cache is not locked).
+// Keys are created from one thread at a time (the cache is not locked);
+// existing keys may be copied and dropped on any thread.
 //
 //===----------------------------------------------------------------------===//
 #ifndef VORPARAMETER_PARAMETER_VORPARAMETERKEY_H
@@ -32,6 +33,7 @@
 #include "vorparameter/platform/utString.h"
 #include "vorparameter/platform/vorExport.h"
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <string_view>
@@ -39,41 +41,56 @@
 
 class vorParameterKeyImpl;
 
-/// The counted handle to a key record. Keys are made, copied and dropped
-/// only within calls into the library, which a host serialises (see
-/// docs/threads.md), so the count is a plain integer: making a key from a
-/// text takes no atomic step.
+/// The counted handle to a key record. The count lives in the record and is
+/// atomic, so existing keys may be copied and dropped on any thread. A handle
+/// made with coPrfExtern refers to a record without counting it: the record
+/// belongs to someone else and is never deleted through that handle or its
+/// copies (the shared record of the empty key is one).
 class VOR_API vorParameterKeyImplPtr {
 public:
     vorParameterKeyImplPtr() = default;
     /// Takes a share of `impl`, which was made with new or is held already.
     explicit vorParameterKeyImplPtr(const vorParameterKeyImpl* impl);
+    /// Refers to `impl` without counting or ever deleting it.
+    vorParameterKeyImplPtr(coPrfExtern, const vorParameterKeyImpl* impl)
+        : m_bits(reinterpret_cast<std::uintptr_t>(impl) | (impl ? external_bit : 0)) {}
     vorParameterKeyImplPtr(const vorParameterKeyImplPtr& other)
-        : vorParameterKeyImplPtr(other.m_impl) {}
+        : m_bits(other.m_bits) {
+        add_share();
+    }
     vorParameterKeyImplPtr(vorParameterKeyImplPtr&& other) noexcept
-        : m_impl(std::exchange(other.m_impl, nullptr)) {}
+        : m_bits(std::exchange(other.m_bits, 0)) {}
     vorParameterKeyImplPtr& operator=(vorParameterKeyImplPtr other) noexcept {
-        std::swap(m_impl, other.m_impl);
+        std::swap(m_bits, other.m_bits);
         return *this;
     }
     ~vorParameterKeyImplPtr();
 
-    const vorParameterKeyImpl* get() const { return m_impl; }
-    const vorParameterKeyImpl* operator->() const { return m_impl; }
-    const vorParameterKeyImpl& operator*() const { return *m_impl; }
-    explicit operator bool() const { return m_impl != nullptr; }
-    /// How many handles share the record.
+    const vorParameterKeyImpl* get() const {
+        return reinterpret_cast<const vorParameterKeyImpl*>(m_bits & ~external_bit);
+    }
+    const vorParameterKeyImpl* operator->() const { return get(); }
+    const vorParameterKeyImpl& operator*() const { return *get(); }
+    explicit operator bool() const { return m_bits != 0; }
+    /// True for a handle made with coPrfExtern (or copied from one).
+    bool is_external() const { return (m_bits & external_bit) != 0; }
+    /// How many counting handles share the record.
     int use_count() const;
 
     friend bool operator==(const vorParameterKeyImplPtr& a, const vorParameterKeyImplPtr& b) {
-        return a.m_impl == b.m_impl;
+        return a.get() == b.get();
     }
     friend bool operator!=(const vorParameterKeyImplPtr& a, const vorParameterKeyImplPtr& b) {
-        return a.m_impl != b.m_impl;
+        return a.get() != b.get();
     }
 
 private:
-    const vorParameterKeyImpl* m_impl = nullptr;
+    void add_share() const;
+
+    // One word: the record's address, with the lowest bit (always clear in a
+    // record's address) set for an external handle.
+    static constexpr std::uintptr_t external_bit = 1;
+    std::uintptr_t m_bits = 0;
 };
 
 /// The parsed form of one path text. Immutable but for lazily filled caches.
@@ -88,6 +105,11 @@ public:
     /// The same for a text not yet held as a utString: a text the cache
     /// knows is found without copying it.
     static vorParameterKeyImplPtr get_impl(std::string_view text);
+    /// The record get_impl(text) gives when the cache holds it already (or
+    /// the text is empty), without taking a share of it; null otherwise.
+    /// Valid until the key cache or the synonyms next change: for a lookup
+    /// that walks down the path and makes no key on the way.
+    static const vorParameterKeyImpl* find_cached(std::string_view text);
     /// The record of an index key with no remainder, built without parsing.
     static vorParameterKeyImplPtr get_index_impl(long long index);
     /// Makes each synonym text (table key) stand for its replacement (value).
@@ -109,7 +131,7 @@ public:
     const utString& last() const;
     /// The first component in lower case (cached), for case-insensitive lookup.
     const utString& first_lower() const;
-    /// std::hash of first(), computed with the parse: tables of names look a
+    /// utTextHash of first(), computed with the parse: tables of names look a
     /// parsed path up without hashing it again.
     std::size_t first_hash() const { return m_first_hash; }
     /// first() in the form maps keep their members' names, which compares
@@ -141,22 +163,31 @@ private:
     mutable std::uint64_t m_rest_generation = 0;
 
     friend class vorParameterKeyImplPtr;
-    mutable int m_shares = 0;
+    mutable std::atomic<int> m_shares{0};
 };
 
 inline vorParameterKeyImplPtr::vorParameterKeyImplPtr(const vorParameterKeyImpl* impl)
-    : m_impl(impl) {
-    if (impl)
-        ++impl->m_shares;
+    : m_bits(reinterpret_cast<std::uintptr_t>(impl)) {
+    add_share();
+}
+
+inline void vorParameterKeyImplPtr::add_share() const {
+    // A new share is made from one that is held, so nothing can order
+    // against it: relaxed suffices, as for std::shared_ptr.
+    if (m_bits != 0 && !is_external())
+        get()->m_shares.fetch_add(1, std::memory_order_relaxed);
 }
 
 inline vorParameterKeyImplPtr::~vorParameterKeyImplPtr() {
-    if (m_impl && --m_impl->m_shares == 0)
-        delete m_impl;
+    // The last release must see every write made through the other shares
+    // before it deletes the record.
+    if (m_bits != 0 && !is_external() &&
+        get()->m_shares.fetch_sub(1, std::memory_order_acq_rel) == 1)
+        delete get();
 }
 
 inline int vorParameterKeyImplPtr::use_count() const {
-    return m_impl ? m_impl->m_shares : 0;
+    return m_bits != 0 ? get()->m_shares.load(std::memory_order_relaxed) : 0;
 }
 
 class VOR_API vorParameterKey {

@@ -48,6 +48,7 @@ public:
     /// Copies the values of the members that both maps have, by name.
     void copy_value_from(const vorParameter& source) override;
     int size() const override { return static_cast<int>(m_members.size()); }
+    using vorParameter::operator[];
     vorParameterPtr operator[](const vorParameterKey& key) const override;
     vorParameterPtr operator[](const vorParameterKey& key) override;
     vorParameterPtr add(const vorParameterKey& key, vorParameterPtr par) override;
@@ -79,10 +80,20 @@ protected:
     void release_members() override;
     /// One line per member: tabs, name, ": " and the member's own print.
     utString print_members(int indent) const;
+    /// A plain map finds a path the key cache knows by walking it (see
+    /// find_plain_path), without making a key.
+    vorParameterPtr lookup_text(std::string_view path, bool as_const) const override;
     vorParameterPtr lookup(const vorParameterKey& key, bool as_const) const;
     /// What `key` names below this map before lookup's checks: null when no
     /// member matches.
     vorParameterPtr find_path(const vorParameterKey& key, bool as_const) const;
+    /// The member that the key record `path` names when the path leads
+    /// through plain maps only, its remainders are remembered (see
+    /// vorParameterKeyImpl::remembered_remainder), and lookup() would return
+    /// that member as it is; otherwise null (also for a null `path`), and
+    /// lookup() must be asked. It changes nothing, not even the key cache, so
+    /// asking lookup() after it has the same effects as asking lookup() alone.
+    const vorParameterPtr* find_plain_path(const vorParameterKeyImpl* path) const;
     vorParameterPtr keys_list() const;
 
 private:

@@ -38,6 +38,7 @@ public:
     void set_onmodify_param_name(const utString& name) override;
     utString print(int indent) const override;
     const vorRefToObjectId& get_ref_id() const override { return m_id; }
+    using vorParameterMap::operator[];
     vorParameterPtr operator[](const vorParameterKey& key) const override;
     vorParameterPtr operator[](const vorParameterKey& key) override;
     vorParameterSubType subtype() const override { return SUB_ROOT; }
@@ -99,7 +100,14 @@ public:
     const utString& get_root_name() const { return m_root_name; }
     void set_root_name(const utString& name) { m_root_name = name; }
 
+protected:
+    /// A plain root finds a member of a path that the key cache knows and
+    /// that no synonym applies to by walking the path, as a plain map does.
+    vorParameterPtr lookup_text(std::string_view path, bool as_const) const override;
+
 private:
+    /// Whether the root's synonyms may change the path of `key`.
+    bool may_translate(const vorParameterKeyImpl& key) const;
     /// `key` with the root's synonyms replaced.
     vorParameterKey translated(const vorParameterKey& key) const;
     vorParameterPtr lookup_translated(const vorParameterKey& key, bool as_const) const;

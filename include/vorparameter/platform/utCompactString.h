@@ -108,10 +108,41 @@ struct std::hash<utCompactString> {
 };
 
 /// One hash for every form of a text (utString, utCompactString, string
-/// views), so a table of compact names is searched with any of them.
+/// views), so a table of compact names is searched with any of them. Names
+/// and paths are short and every lookup hashes one, so it takes eight bytes
+/// at a step, inline; tables mix the result further before they use it.
 struct utTextHash {
     std::size_t operator()(std::string_view text) const noexcept {
-        return std::hash<std::string_view>()(text);
+        const char* bytes = text.data();
+        std::size_t left = text.size();
+        std::uint64_t hash = 0x9e3779b97f4a7c15ULL ^ left;
+        for (; left >= 8; bytes += 8, left -= 8)
+            hash = mix(hash ^ load(bytes, 8));
+        if (left >= 4)
+            hash = mix(hash ^ (load(bytes, 4) | load(bytes + left - 4, 4) << 32));
+        else if (left > 0)
+            hash = mix(hash ^ (load(bytes, 1) | load(bytes + left / 2, 1) << 8 |
+                               load(bytes + left - 1, 1) << 16));
+        return static_cast<std::size_t>(hash);
+    }
+
+private:
+    /// `size` (1, 4 or 8) bytes from `bytes` as an unsigned number.
+    static std::uint64_t load(const char* bytes, std::size_t size) {
+        std::uint64_t word = 0;
+        if (size == 8)
+            std::memcpy(&word, bytes, 8);
+        else if (size == 4) {
+            std::uint32_t half = 0;
+            std::memcpy(&half, bytes, 4);
+            word = half;
+        } else
+            word = static_cast<unsigned char>(*bytes);
+        return word;
+    }
+    static std::uint64_t mix(std::uint64_t hash) {
+        hash *= 0xbf58476d1ce4e5b9ULL;
+        return hash ^ (hash >> 32);
     }
 };
 
