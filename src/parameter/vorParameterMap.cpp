@@ -203,20 +203,18 @@ const vorParameterPtr* vorParameterMap::find_plain_path(const vorParameterKeyImp
         if (!path || path->type() != TYPE_MAP || path->first().view() == std::string_view("_keys"))
             return nullptr;
         const vorParameterPtr* member = map->find_member(*path);
-        if (!member)
-            return nullptr;
-        if (member->is_null())
+        const vorParameter* found = member ? member->get() : nullptr;
+        if (!found)
             return nullptr;
         if (path->remainder().empty()) {
-            const vorParameter& found = **member;
             const bool checked_away =
-                (found.is_error() && !found.is_ref()) ||
-                (vorEvalFunction::functions_only() && found.type() != TYPE_FUNCTION);
+                (found->is_error() && !found->is_ref()) ||
+                (vorEvalFunction::functions_only() && found->type() != TYPE_FUNCTION);
             return checked_away ? nullptr : member;
         }
-        if (typeid(**member) != typeid(vorParameterMap))
+        if (typeid(*found) != typeid(vorParameterMap))
             return nullptr;
-        map = static_cast<const vorParameterMap*>(member->get());
+        map = static_cast<const vorParameterMap*>(found);
         path = path->remembered_remainder();
     }
 }
