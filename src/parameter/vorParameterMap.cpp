@@ -197,41 +197,47 @@ vorParameterPtr vorParameterMap::find_path(const vorParameterKey& key, bool as_c
     }
 }
 
-const vorParameterPtr* vorParameterMap::find_plain_path(const vorParameterKeyImpl* path) const {
+vorParameterPtr vorParameterMap::find_plain_path(const vorParameterKeyImpl* path) const {
     const vorParameterMap* map = this;
     for (;;) {
         if (!path || path->type() != TYPE_MAP || path->first().view() == std::string_view("_keys"))
-            return nullptr;
+            return vorParameterPtr();
         const vorParameterPtr* member = map->find_member(*path);
-        const vorParameter* found = member ? member->get() : nullptr;
-        if (!found)
-            return nullptr;
+        const vorParameter* node = member ? member->get() : nullptr;
+        if (!node)
+            return vorParameterPtr();
         if (path->remainder().empty()) {
-            const bool checked_away =
-                (found->is_error() && !found->is_ref()) ||
-                (vorEvalFunction::functions_only() && found->type() != TYPE_FUNCTION);
-            return checked_away ? nullptr : member;
+            // Held before it is asked anything: a host's node may change the
+            // tree when asked.
+            vorParameterPtr found = *member;
+            return lookup_finds(*found) ? found : vorParameterPtr();
         }
-        if (typeid(*found) != typeid(vorParameterMap))
-            return nullptr;
-        map = static_cast<const vorParameterMap*>(found);
+        if (typeid(*node) != typeid(vorParameterMap))
+            return vorParameterPtr();
+        map = static_cast<const vorParameterMap*>(node);
         path = path->remembered_remainder();
     }
 }
 
 vorParameterPtr vorParameterMap::lookup_text(std::string_view path, bool as_const) const {
     // A subclass may answer lookups its own way.
-    if (typeid(*this) == typeid(vorParameterMap))
-        if (const vorParameterPtr* member = find_plain_path(vorParameterKeyImpl::find_cached(path)))
-            return *member;
+    if (typeid(*this) == typeid(vorParameterMap)) {
+        vorParameterPtr found = find_plain_path(vorParameterKeyImpl::find_cached(path));
+        if (!found.is_null())
+            return found;
+    }
     return vorParameter::lookup_text(path, as_const);
+}
+
+bool vorParameterMap::lookup_finds(const vorParameter& node) {
+    if (node.is_error() && !node.is_ref())
+        return false;
+    return !vorEvalFunction::functions_only() || node.type() == TYPE_FUNCTION;
 }
 
 vorParameterPtr vorParameterMap::lookup(const vorParameterKey& key, bool as_const) const {
     vorParameterPtr result = find_path(key, as_const);
-    if (result.is_null() || (result->is_error() && !result->is_ref()))
-        return vorParameterError::create(ERR_INVALID_NAME);
-    if (vorEvalFunction::functions_only() && result->type() != TYPE_FUNCTION)
+    if (result.is_null() || !lookup_finds(*result))
         return vorParameterError::create(ERR_INVALID_NAME);
     return result;
 }

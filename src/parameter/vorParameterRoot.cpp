@@ -94,9 +94,11 @@ vorParameterPtr vorParameterRoot::lookup_text(std::string_view path, bool as_con
     // A host's root may have synonyms and lookups of its own.
     if (typeid(*this) == typeid(vorParameterRoot)) {
         const vorParameterKeyImpl* record = vorParameterKeyImpl::find_cached(path);
-        if (record && !may_translate(*record))
-            if (const vorParameterPtr* member = find_plain_path(record))
-                return *member;
+        if (record && !may_translate(*record)) {
+            vorParameterPtr found = find_plain_path(record);
+            if (!found.is_null())
+                return found;
+        }
     }
     return vorParameter::lookup_text(path, as_const);
 }

@@ -87,13 +87,16 @@ protected:
     /// What `key` names below this map before lookup's checks: null when no
     /// member matches.
     vorParameterPtr find_path(const vorParameterKey& key, bool as_const) const;
-    /// The member that the key record `path` names when the path leads
+    /// What lookup() answers for the key record `path` when the path leads
     /// through plain maps only, its remainders are remembered (see
-    /// vorParameterKeyImpl::remembered_remainder), and lookup() would return
-    /// that member as it is; otherwise null (also for a null `path`), and
-    /// lookup() must be asked. It changes nothing, not even the key cache, so
-    /// asking lookup() after it has the same effects as asking lookup() alone.
-    const vorParameterPtr* find_plain_path(const vorParameterKeyImpl* path) const;
+    /// vorParameterKeyImpl::remembered_remainder) and lookup() finds a
+    /// member; otherwise (also for a null `path`) an empty handle, and
+    /// lookup() must be asked. It changes nothing, not even the key cache,
+    /// so asking lookup() after it has the same effects as asking it alone.
+    vorParameterPtr find_plain_path(const vorParameterKeyImpl* path) const;
+    /// Whether lookup() answers `node` when it finds it, rather than an
+    /// Invalid name error.
+    static bool lookup_finds(const vorParameter& node);
     vorParameterPtr keys_list() const;
 
 private:
