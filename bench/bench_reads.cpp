@@ -116,8 +116,8 @@ std::string member_path(int map, int member) {
     return "m" + std::to_string(map) + ".p" + std::to_string(member);
 }
 
-std::unique_ptr<vorParameterMap> build_tree() {
-    auto root = std::make_unique<vorParameterMap>();
+std::unique_ptr<vorParameterLibRoot> build_tree() {
+    auto root = std::make_unique<vorParameterLibRoot>("bench");
     for (int m = 0; m < tree_maps; ++m) {
         vorParameterPtr map =
             root->add(utString("m" + std::to_string(m)), vorParameterPtr(new vorParameterMap()));
@@ -166,7 +166,7 @@ void BM_TreeHeapPerMemberYardstick(benchmark::State& state) {
 BENCHMARK(BM_TreeHeapPerMemberYardstick)->Iterations(1);
 
 void BM_TreeLookup(benchmark::State& state) {
-    std::unique_ptr<vorParameterMap> root = build_tree();
+    const auto root = build_tree();
     for (auto _ : state)
         benchmark::DoNotOptimize((*root)["m123.p45"]);
 }

@@ -90,15 +90,19 @@ bool vorParameterRoot::may_translate(const vorParameterKeyImpl& key) const {
     return key.remainder().empty() && &lookup_key_synonym(key.first()) != &key.first();
 }
 
+vorParameterPtr vorParameterRoot::find_plain_text(std::string_view path) const {
+    const vorParameterKeyImpl* record = vorParameterKeyImpl::find_cached(path);
+    if (!record || may_translate(*record))
+        return vorParameterPtr();
+    return find_plain_path(record);
+}
+
 vorParameterPtr vorParameterRoot::lookup_text(std::string_view path, bool as_const) const {
     // A host's root may have synonyms and lookups of its own.
     if (typeid(*this) == typeid(vorParameterRoot)) {
-        const vorParameterKeyImpl* record = vorParameterKeyImpl::find_cached(path);
-        if (record && !may_translate(*record)) {
-            vorParameterPtr found = find_plain_path(record);
-            if (!found.is_null())
-                return found;
-        }
+        vorParameterPtr found = find_plain_text(path);
+        if (!found.is_null())
+            return found;
     }
     return vorParameter::lookup_text(path, as_const);
 }

@@ -5,6 +5,7 @@
 #include "vorparameter/expression/vorParameterError.h"
 #include "vorparameter/expression/vorParameterNumeric.h"
 #include "vorparameter/expression/vorParameterString.h"
+#include "vorparameter/library/vorParameterLibRoot.h"
 #include "vorparameter/parameter/vorParameterRef.h"
 #include "vorparameter/parameter/vorParameterRoot.h"
 
@@ -101,49 +102,39 @@ TEST(Map, TextLookupsAnswerAsKeyLookups) {
     // A map finds a path the key cache knows by walking it without a key; a
     // root does too when no synonym applies. Every path must get the key
     // lookup's answer, the first time (unknown text) and the next (known).
-    vorParameterPtr handle(new vorParameterRoot("Tool", 0, "T1"));
-    vorParameterRoot& root = static_cast<vorParameterRoot&>(*handle);
-    vorParameterPtr plain = root.add("plain", vorParameterPtr(new vorParameterMap()));
-    plain->add("Inner", vorParameterPtr(new vorParameterMap()))->add("depth", number(1));
-    plain->add("broken", vorParameterError::create(ERR_DIVIDE_BY_ZERO));
-    plain->add("to_inner", vorParameterPtr(new vorParameterRef("plain.inner")));
-    vorParameterPtr host = plain->add("host", vorParameterPtr(new AnsweringMap()));
-    host->add("x", number(2));
-    vorParameterPtr list = plain->add("list", vorParameterPtr(new vorParameterList(number(0))));
-    list->add(vorParameterKey(0, ""), number(3));
-    root.add("Name", text("member"));
+    for (vorParameterPtr handle : {vorParameterPtr(new vorParameterRoot("Tool", 0, "T1")),
+                                   vorParameterPtr(new vorParameterLibRoot("Tool", 0, "T1"))}) {
+        vorParameter& root = *handle;
+        vorParameterPtr plain = root.add("plain", vorParameterPtr(new vorParameterMap()));
+        plain->add("Inner", vorParameterPtr(new vorParameterMap()))->add("depth", number(1));
+        plain->add("broken", vorParameterError::create(ERR_DIVIDE_BY_ZERO));
+        plain->add("to_inner", vorParameterPtr(new vorParameterRef("plain.inner")));
+        vorParameterPtr host = plain->add("host", vorParameterPtr(new AnsweringMap()));
+        host->add("x", number(2));
+        vorParameterPtr list = plain->add("list", vorParameterPtr(new vorParameterList(number(0))));
+        list->add(vorParameterKey(0, ""), number(3));
+        root.add("Name", text("member"));
 
-    const char* paths[] = {"plain.inner.depth",
-                           "PLAIN.Inner.DEPTH",
-                           "$plain.inner",
-                           "plain.broken",
-                           "plain.missing.x",
-                           "plain.inner.depth.x",
-                           "plain._keys",
-                           "plain.to_inner.depth",
-                           "plain.host.x",
-                           "plain.list[0]",
-                           "plain.list.0",
-                           "name",
-                           "rootpar",
-                           "tool.plain.inner",
-                           "",
-                           "a b"};
-    for (int round = 0; round < 2; ++round)
-        for (const char* path : paths) {
-            const vorParameterKey key(path);
-            EXPECT_EQ(answer(root[path]), answer(root[key])) << path;
-            const vorParameterMap& map = static_cast<const vorParameterMap&>(*plain);
-            EXPECT_EQ(answer(map[path]), answer(map[key])) << path;
-            EXPECT_EQ(answer(plain[path]), answer(plain[key])) << path;
-        }
-    EXPECT_EQ(plain["host.x"]->get_double(), 42) << "a host's map answers for itself";
-    EXPECT_EQ((*host)["x"]->get_double(), 42);
+        for (int round = 0; round < 2; ++round)
+            for (const char* path :
+                 {"plain.inner.depth", "PLAIN.Inner.DEPTH", "$plain.inner", "plain.broken",
+                  "plain.missing.x", "plain.inner.depth.x", "plain._keys", "plain.to_inner.depth",
+                  "plain.host.x", "plain.list[0]", "plain.list.0", "name", "rootpar",
+                  "tool.plain.inner", "sqrt", "", "a b"}) {
+                const vorParameterKey key(path);
+                EXPECT_EQ(answer(root[path]), answer(root[key])) << path;
+                const vorParameterMap& map = static_cast<const vorParameterMap&>(*plain);
+                EXPECT_EQ(answer(map[path]), answer(map[key])) << path;
+                EXPECT_EQ(answer(plain[path]), answer(plain[key])) << path;
+            }
+        EXPECT_EQ(plain["host.x"]->get_double(), 42) << "a host's map answers for itself";
+        EXPECT_EQ((*host)["x"]->get_double(), 42);
 
-    const vorEvalFunction only_functions(EVAL_FUNCTIONS_ONLY);
-    EXPECT_EQ(answer(root["plain.inner.depth"]),
-              answer(root[vorParameterKey("plain.inner.depth")]));
-    EXPECT_EQ(root["plain.inner.depth"]->subtype(), ERR_INVALID_NAME);
+        const vorEvalFunction only_functions(EVAL_FUNCTIONS_ONLY);
+        EXPECT_EQ(answer(root["plain.inner.depth"]),
+                  answer(root[vorParameterKey("plain.inner.depth")]));
+        EXPECT_EQ(root["plain.inner.depth"]->subtype(), ERR_INVALID_NAME);
+    }
 }
 
 TEST(Map, KeysListsMemberNamesInOrder) {

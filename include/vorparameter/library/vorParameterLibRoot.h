@@ -35,6 +35,10 @@ public:
     /// The root's built-in names, then the standard functions.
     vorParameterPtr lookup_method(const vorParameterKey& key) const override;
 
+protected:
+    /// Answers a text by find_plain_text when it can, as a plain root does.
+    vorParameterPtr lookup_text(std::string_view path, bool as_const) const override;
+
 private:
     /// The whole function library (it holds no state; copies share it).
     vorParameterPtr m_library;

@@ -101,9 +101,15 @@ public:
     void set_root_name(const utString& name) { m_root_name = name; }
 
 protected:
-    /// A plain root finds a member of a path that the key cache knows and
-    /// that no synonym applies to by walking the path, as a plain map does.
+    /// A plain root answers a text by find_plain_text when it can.
     vorParameterPtr lookup_text(std::string_view path, bool as_const) const override;
+    /// The member that the root's lookup finds for `path` when the key cache
+    /// knows the text, no synonym applies to it and it leads through plain
+    /// maps (see vorParameterMap::find_plain_path); otherwise an empty handle,
+    /// and operator[] must be asked. A host's root whose synonyms and
+    /// operator[] are this class's may answer its own lookup_text with it
+    /// first: lookup_method is only asked for names that no member has.
+    vorParameterPtr find_plain_text(std::string_view path) const;
 
 private:
     /// Whether the root's synonyms may change the path of `key`.
