@@ -56,12 +56,14 @@ public:
 private:
     /// Adds `par` at `key` in its parent container; false when there is none.
     /// An element beyond the end of an array first gets the slots before it
-    /// filled (see empty_slot).
+    /// filled (see empty_slot). A vector keeps the length its type word gave
+    /// it: a file that reads it back makes that many elements of its kind,
+    /// so an element added beyond them would not survive a save.
     bool add_at(const vorParameterKey& key, vorParameterPtr par) {
         const vorParameterKey parent_key = key.parent();
         vorParameterPtr parent = parent_key.empty() ? vorParameterPtr(coPrfExtern(), &m_root)
                                                     : m_root.lookup_member(parent_key);
-        if (parent->is_error() || parent->is_ref())
+        if (parent->is_error() || parent->is_ref() || parent->subtype() == SUB_VECTOR)
             return false;
         const vorParameterKey member_key(key.last());
         int index = 0;
