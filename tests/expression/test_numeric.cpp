@@ -100,7 +100,7 @@ TEST(Numeric, IntegerReadingRoundsHalfAwayFromZeroAndSaturates) {
     EXPECT_EQ(n.get_value(), "-7");
 }
 
-TEST(Numeric, RangeClampsReadsAndIsIgnoredWhenMalformed) {
+TEST(Numeric, RangeClampsReadsIsIgnoredWhenMalformedAndCopiesKeepTheirOwn) {
     vorParameterNumeric n(SUB_REAL, DIM_NONE, 12);
     n.set_range(vorRange(1, 10));
     EXPECT_EQ(n.get_double(), 10.0);
@@ -117,11 +117,9 @@ TEST(Numeric, RangeClampsReadsAndIsIgnoredWhenMalformed) {
         EXPECT_EQ(n.get_double(), 12.0);
         EXPECT_TRUE(n.check_range());
     }
-}
 
-TEST(Numeric, LiteralReadsStillRunCallbacksAndCopiesKeepTheirOwnRange) {
+    // Literal reads still run callbacks; copies keep their own range.
     static int reads = 0;
-    vorParameterNumeric n(SUB_REAL, DIM_NONE, 12);
     n.set_onread_callback([](const vorParameter*) { ++reads; });
     reads = 0;
     EXPECT_EQ(n.get_double(), 12.0);
