@@ -2,13 +2,9 @@
 #ifndef VORPARAMETER_TESTS_CONTAINERS_CONTAINER_TEST_HELPERS_H
 #define VORPARAMETER_TESTS_CONTAINERS_CONTAINER_TEST_HELPERS_H
 
-#include "vorparameter/containers/vorParameterArray.h"
-#include "vorparameter/containers/vorParameterVector.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
+#include "../support/prelude.h"
 
 #include <initializer_list>
-#include <vector>
 
 namespace container_test {
 

@@ -4,15 +4,10 @@
 #include "../support/doc_examples.h"
 #include "../support/documented_tree.h"
 
-#include "vorparameter/containers/vorParameterEnum.h"
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/platform/vorTranslate.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <climits>
 #include <fstream>
-#include <sstream>
 
 namespace {
 

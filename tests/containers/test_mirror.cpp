@@ -2,9 +2,7 @@
 // the property that holds for all of them: mirroring twice in the same plane
 // gives back the original.
 
-#include "vorparameter/vorparameter.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <random>
 

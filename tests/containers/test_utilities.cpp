@@ -1,9 +1,7 @@
 // The whole-tree tools: detaching records, stripping active expressions,
 // reserved names, entities and the default validity test.
 
-#include "vorparameter/vorparameter.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 namespace {
 

@@ -1,13 +1,7 @@
 // vorReadDouble: a true number (0 included) against each way a read fails,
 // with the error it reports; the value always equals get_double().
 
-#include "vorparameter/expression/vorCheckedRead.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 namespace {
 

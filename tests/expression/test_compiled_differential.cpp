@@ -3,22 +3,10 @@
 // everything an evaluation shows, whether the evaluator is given the text or
 // a parameter holding it is read (which runs the text's compiled plan).
 
-#include "vorparameter/containers/vorParameterArray.h"
-#include "vorparameter/containers/vorParameterEnum.h"
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterFunction.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-#include "vorparameter/platform/nlsUtils.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <cstdlib>
 #include <random>
-#include <string>
-#include <vector>
 
 namespace {
 

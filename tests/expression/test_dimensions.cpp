@@ -1,9 +1,6 @@
-#include "vorparameter/expression/vorDimensions.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <climits>
-#include <string>
 
 namespace {
 

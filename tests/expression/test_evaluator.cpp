@@ -1,18 +1,7 @@
 // The expression language end to end: literals, names, operators, lists,
 // short-circuits, limits and the text rewriting of the tokenizer.
 
-#include "vorparameter/containers/vorParameterTempArray.h"
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/parameter/vorParameterRoot.h"
-#include "vorparameter/platform/nlsUtils.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
+#include "../support/prelude.h"
 
 namespace {
 

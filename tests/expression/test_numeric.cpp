@@ -1,12 +1,4 @@
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-#include "vorparameter/platform/giTolerance.h"
-#include "vorparameter/platform/nlsUtils.h"
-#include "vorparameter/platform/vorUnitsUtils.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <climits>
 #include <cmath>

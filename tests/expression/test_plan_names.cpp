@@ -5,14 +5,7 @@
 // read observable (a callback, a range, a host's function, the nesting
 // limit) must be honoured as the interpreter honours it.
 
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/library/vorParameterLib.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 namespace {
 

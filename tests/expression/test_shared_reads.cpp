@@ -1,14 +1,7 @@
 // Work shared within one read: a number reached by several paths of one read
 // is evaluated once, and the answer is always the one a fresh read gives.
 
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/parameter/vorParameterRoot.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
 

@@ -1,12 +1,6 @@
 // Strings: expressions by interpolation, defaults, locks, comparison, print.
 
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/parameter/vorParameterRoot.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 namespace {
 

@@ -3,14 +3,7 @@
 #ifndef VORPARAMETER_TESTS_LIB_TEST_TREE_H
 #define VORPARAMETER_TESTS_LIB_TEST_TREE_H
 
-#include "vorparameter/containers/vorParameterEnum.h"
-#include "vorparameter/containers/vorParameterList.h"
-#include "vorparameter/containers/vorParameterTempArray.h"
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterFunction.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
+#include "../support/prelude.h"
 
 #include <initializer_list>
 

@@ -3,9 +3,7 @@
 
 #include "lib_test_tree.h"
 
-#include "vorparameter/library/vorParameterMemberFunction.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 namespace {
 

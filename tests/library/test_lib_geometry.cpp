@@ -1,13 +1,6 @@
 // The vector and geometry functions of the standard library.
 
-#include "vorparameter/containers/vorParameterVector.h"
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterLib.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <cmath>
 

@@ -5,16 +5,9 @@
 #include "lib_test_tree.h"
 #include "shown_value.h"
 
-#include "vorparameter/containers/vorParameterEnum.h"
-#include "vorparameter/containers/vorParameterSharedList.h"
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/library/vorParameterLib.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <random>
-#include <string>
 
 namespace {
 

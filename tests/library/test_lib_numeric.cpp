@@ -4,10 +4,7 @@
 #include "../support/doc_examples.h"
 #include "lib_test_tree.h"
 
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/library/vorParameterLib.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <cmath>
 #include <limits>

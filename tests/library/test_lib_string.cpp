@@ -3,16 +3,7 @@
 #include "../support/doc_examples.h"
 #include "shown_value.h"
 
-#include "vorparameter/containers/vorParameterTempArray.h"
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterLib.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
 

@@ -5,10 +5,7 @@
 #include "lib_test_tree.h"
 #include "shown_value.h"
 
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/library/vorParameterLib.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <chrono>
 #include <cstdlib>
@@ -16,7 +13,6 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
-#include <string>
 
 #include <unistd.h>
 

@@ -3,14 +3,9 @@
 
 #include "lib_test_tree.h"
 
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/library/vorParameterArgDecoder.h"
-#include "vorparameter/library/vorParameterLib.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <fstream>
-#include <string>
 
 namespace {
 

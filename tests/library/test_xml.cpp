@@ -4,18 +4,7 @@
 #include "../support/parsed_xml.h"
 #include "lib_test_tree.h"
 
-#include "vorparameter/containers/vorParameterEnum.h"
-#include "vorparameter/containers/vorParameterSharedList.h"
-#include "vorparameter/containers/vorParameterVector.h"
-#include "vorparameter/parameter/vorParameterData.h"
-#include "vorparameter/parameter/vorParameterGuards.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-#include "vorparameter/persistence/vorParameterXml.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
 

@@ -1,13 +1,7 @@
 // The active state: computed lazily from the active expression, refreshed
 // after a parameter it read changes; locks and on-modify functions.
 
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/parameter/vorParameterGuards.h"
-#include "vorparameter/parameter/vorParameterRoot.h"
-#include "vorparameter/parameter/vorParameterUpdateTrack.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 namespace {
 

@@ -1,16 +1,9 @@
 // Handles, the shared errors and the base class's neutral answers.
 
-#include "vorparameter/containers/vorParameterArray.h"
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <atomic>
 #include <thread>
-#include <vector>
 
 TEST(Handle, EmptyHandleBecomesTheUnknownErrorInPlace) {
     vorParameterPtr empty;

@@ -1,20 +1,9 @@
 // Tree iteration: order, keys relative to the start, depth limit, filters,
 // references and cycles, changes during a walk, and the example of the docs.
 
-#include "vorparameter/containers/vorParameterArray.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterFunction.h"
-#include "vorparameter/parameter/vorParameterIter.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-#include "vorparameter/parameter/vorParameterRoot.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <fstream>
-#include <sstream>
-#include <string>
-#include <vector>
 
 namespace {
 

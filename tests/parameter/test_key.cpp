@@ -1,10 +1,6 @@
 // Keys: parsing, the canonical text, components, the cache and synonyms.
 
-#include "vorparameter/parameter/vorParameterKey.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 TEST(Key, ParsesNamesIndicesAndMalformedTexts) {
     EXPECT_EQ(vorParameterKey("tool.diameter").type(), TYPE_MAP);

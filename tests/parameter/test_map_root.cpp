@@ -1,13 +1,6 @@
 // Maps and roots: lookup, adding, removing, synonyms and built-in names.
 
-#include "vorparameter/containers/vorParameterList.h"
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-#include "vorparameter/parameter/vorParameterRoot.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 namespace {
 

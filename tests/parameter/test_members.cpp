@@ -2,18 +2,7 @@
 // (references, non-containers, empty handles), loaded empty slots, and
 // changes made by the loop body.
 
-#include "vorparameter/containers/vorParameterArray.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/parameter/vorParameterMembers.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-#include "vorparameter/persistence/vorParameterOpenRoot.h"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
-#include <string>
-#include <vector>
+#include "../support/prelude.h"
 
 namespace {
 

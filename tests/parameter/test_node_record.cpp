@@ -2,10 +2,7 @@
 // share and private copies duplicate, and the functions and dependency lists
 // that only some nodes have.
 
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 namespace {
 

@@ -1,17 +1,7 @@
 // The proxy that sends changes to listeners and the query that evaluates a
 // text to a plain value.
 
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
-#include "vorparameter/parameter/vorParameterGuards.h"
-#include "vorparameter/parameter/vorParameterProxy.h"
-#include "vorparameter/parameter/vorQueryParameter.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
+#include "../support/prelude.h"
 
 namespace {
 

@@ -5,12 +5,7 @@
 #include "../support/doc_examples.h"
 #include "../support/documented_tree.h"
 
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 TEST(ParameterDocs, ReferenceExamplesEvaluateAsDocumented) {
     vorParameterPtr root = documented_tree();

@@ -4,18 +4,9 @@
 
 #include "../support/doc_examples.h"
 
-#include "vorparameter/containers/vorParameterArray.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-#include "vorparameter/persistence/vorParameterSerializer.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <map>
-#include <sstream>
-#include <string>
-#include <vector>
 
 namespace {
 

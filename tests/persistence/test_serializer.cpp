@@ -3,16 +3,7 @@
 
 #include "../support/saved_file.h"
 
-#include "vorparameter/containers/vorParameterArray.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-#include "vorparameter/persistence/vorParameterOpenRoot.h"
-#include "vorparameter/persistence/vorParameterSerializer.h"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
-#include <vector>
+#include "../support/prelude.h"
 
 namespace {
 

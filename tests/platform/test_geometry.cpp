@@ -1,12 +1,6 @@
 // Tests of the geometry value types: angle exactness, unit vectors,
 // transforms and workplanes.
-#include "vorparameter/platform/giAngle.h"
-#include "vorparameter/platform/giPoint.h"
-#include "vorparameter/platform/giVector.h"
-#include "vorparameter/platform/giWorkplane3.h"
-#include "vorparameter/platform/giXform3.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <cmath>
 

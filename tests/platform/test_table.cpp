@@ -1,14 +1,10 @@
 // The insertion-ordered hash tables under maps, the function table and the
 // update tracker.
-#include "vorparameter/platform/coContainers.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <algorithm>
 #include <random>
-#include <string>
 #include <unordered_map>
-#include <vector>
 
 namespace {
 

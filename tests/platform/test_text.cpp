@@ -1,18 +1,10 @@
 // Text helpers: number parsing and formatting, case folding, code points.
 
-#include "vorparameter/platform/nlsUtils.h"
+#include "../support/prelude.h"
 #include "vorparameter/platform/utCompactString.h"
-#include "vorparameter/platform/utString.h"
-#include "vorparameter/platform/vorCharTypes.h"
-#include "vorparameter/platform/vorStringUtils.h"
-#include "vorparameter/platform/vorUniqueId.h"
-
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
-#include <string>
-#include <utility>
 
 namespace {
 

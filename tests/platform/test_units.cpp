@@ -1,7 +1,4 @@
-#include "vorparameter/platform/giTolerance.h"
-#include "vorparameter/platform/vorUnitsUtils.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <cmath>
 #include <limits>

@@ -2,12 +2,7 @@
 // removed by name, lists of the largest size concatenated, and every way of
 // growing a list past its limit. Sized so that a quadratic path would not
 // finish within the test's timeout.
-#include "vorparameter/vorparameter.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
+#include "../support/prelude.h"
 
 namespace {
 

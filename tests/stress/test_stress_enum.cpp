@@ -4,12 +4,7 @@
 // overflow. The lookups are sized so that a linear search per call would not
 // finish in time.
 
-#include "vorparameter/vorparameter.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
+#include "../support/prelude.h"
 
 namespace {
 

@@ -2,13 +2,7 @@
 // forms: each must expand completely, in time linear in the text's length, so
 // that a quadratic path would run for minutes here under the sanitizers.
 
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/parameter/vorParameterRoot.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
 

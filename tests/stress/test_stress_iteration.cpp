@@ -3,11 +3,7 @@
 // each would overflow the stack, take quadratic time, touch freed memory or
 // never end if the walk were naive.
 
-#include "vorparameter/vorparameter.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
 

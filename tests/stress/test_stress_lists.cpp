@@ -2,11 +2,7 @@
 // expression, remove_duplicates and the set functions through the index of
 // equal items. Sized so that a quadratic path would not finish within the
 // test's timeout.
-#include "vorparameter/vorparameter.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
 

@@ -1,11 +1,7 @@
 // References against long chains, cycles and malformed texts: each ends in
 // a value or an error, never in a crash, a hang or a stack overflow.
 
-#include "vorparameter/vorparameter.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
 

@@ -1,12 +1,7 @@
 // Loading malformed, huge and deep files, and saving deep trees: every case
 // ends in a result code, never in a crash, a hang or a stack overflow.
 
-#include "vorparameter/vorparameter.h"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
 

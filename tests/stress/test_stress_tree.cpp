@@ -2,11 +2,7 @@
 // each would overflow the stack, take quadratic time or grow memory without
 // bound if a walk or a table were naive.
 
-#include "vorparameter/vorparameter.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
 

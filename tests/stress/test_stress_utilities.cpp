@@ -3,11 +3,7 @@
 // walk that followed references would never end, and a quadratic one would
 // time out.
 
-#include "vorparameter/vorparameter.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
 

@@ -3,9 +3,7 @@
 #ifndef VORPARAMETER_TESTS_DOCUMENTED_TREE_H
 #define VORPARAMETER_TESTS_DOCUMENTED_TREE_H
 
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
+#include "prelude.h"
 
 inline vorParameterPtr documented_number(vorParameterSubType kind, vorDimStandard dim,
                                          double value) {

@@ -2,15 +2,7 @@
 #ifndef VORPARAMETER_TESTS_SUPPORT_RANDOM_TREE_H
 #define VORPARAMETER_TESTS_SUPPORT_RANDOM_TREE_H
 
-#include "vorparameter/containers/vorParameterArray.h"
-#include "vorparameter/containers/vorParameterEnum.h"
-#include "vorparameter/containers/vorParameterList.h"
-#include "vorparameter/containers/vorParameterSharedList.h"
-#include "vorparameter/containers/vorParameterVector.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-#include "vorparameter/persistence/vorParameterSerializer.h"
+#include "prelude.h"
 
 #include <random>
 

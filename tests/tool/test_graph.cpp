@@ -4,19 +4,11 @@
 #include "graph_writer.h"
 #include "progress.h"
 
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <map>
 #include <regex>
 #include <set>
-#include <sstream>
-#include <string>
 #include <tuple>
 
 namespace vorparam {

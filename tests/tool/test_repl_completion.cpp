@@ -4,14 +4,9 @@
 #include "file_tree.h"
 #include "repl_completion.h"
 
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/library/vorParameterFunction.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <algorithm>
-#include <sstream>
 
 namespace {
 

@@ -1,11 +1,7 @@
 // The PATH=VALUE arguments of `eval --set` and `set`.
 #include "settings.h"
 
-#include "vorparameter/expression/vorParameterNumeric.h"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
+#include "../support/prelude.h"
 
 namespace {
 
