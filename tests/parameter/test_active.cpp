@@ -16,7 +16,7 @@ void remember(vorParameter* p) {
 
 } // namespace
 
-TEST(Active, FollowsTheParametersItsExpressionRead) {
+TEST(Active, FollowsWhatItReadAndLocksNeedIt) {
     vorParameterPtr root(new vorParameterRoot("machining"));
     vorParameterPtr depth = root->add("Depth", real(2));
     vorParameterPtr finish = root->add("finish", real(1));
@@ -30,9 +30,26 @@ TEST(Active, FollowsTheParametersItsExpressionRead) {
     EXPECT_TRUE(finish->is_active());
     EXPECT_TRUE(finish->get_dependencies().empty());
     EXPECT_TRUE(depth->get_callbacks().empty());
+
+    // A lock needs an active node.
+    vorParameterPtr flag = root->add("flag", real(0));
+    vorParameterPtr value = root->add("value", real(1));
+    value->lock(1);
+    value->set_active("flag");
+    EXPECT_FALSE(value->is_locked()) << "a locked but inactive node is not locked";
+    flag->set_double(1);
+    EXPECT_TRUE(value->is_locked());
+    value->set_double(5);
+    EXPECT_EQ(value->get_double(), 1);
+    {
+        vorParameterNoLock no_lock;
+        EXPECT_FALSE(value->is_locked());
+        value->set_double(5);
+    }
+    EXPECT_EQ(value->get_double(), 5);
 }
 
-TEST(Active, NonNumericResultsAndInactiveParents) {
+TEST(Active, NonNumericResultsInactiveParentsAndOnModifyFunctions) {
     vorParameterPtr root(new vorParameterRoot("machining"));
     vorParameterPtr group = root->add("group", vorParameterPtr(new vorParameterMap()));
     vorParameterPtr member = group->add("member", real(1));
@@ -52,29 +69,8 @@ TEST(Active, NonNumericResultsAndInactiveParents) {
     b->set_active("a > 0");
     EXPECT_TRUE(a->is_active());
     EXPECT_TRUE(b->is_active());
-}
 
-TEST(Active, LocksNeedAnActiveNode) {
-    vorParameterPtr root(new vorParameterRoot("machining"));
-    vorParameterPtr flag = root->add("flag", real(0));
-    vorParameterPtr value = root->add("value", real(1));
-    value->lock(1);
-    value->set_active("flag");
-    EXPECT_FALSE(value->is_locked()) << "a locked but inactive node is not locked";
-    flag->set_double(1);
-    EXPECT_TRUE(value->is_locked());
-    value->set_double(5);
-    EXPECT_EQ(value->get_double(), 1);
-    {
-        vorParameterNoLock no_lock;
-        EXPECT_FALSE(value->is_locked());
-        value->set_double(5);
-    }
-    EXPECT_EQ(value->get_double(), 5);
-}
-
-TEST(Active, ChangesCallTheNearestOnModifyFunction) {
-    vorParameterPtr root(new vorParameterRoot("machining"));
+    // Changes call the nearest on-modify function.
     vorParameterPtr tool = root->add("tool", vorParameterPtr(new vorParameterMap()));
     vorParameterPtr diameter = tool->add("diameter", real(6));
     root->set_onmodify_callback(remember);

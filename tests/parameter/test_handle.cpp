@@ -5,7 +5,7 @@
 #include <atomic>
 #include <thread>
 
-TEST(Handle, EmptyHandleBecomesTheUnknownErrorInPlace) {
+TEST(Handle, EmptyHandlesEqualityAndOwners) {
     vorParameterPtr empty;
     EXPECT_TRUE(empty.is_null());
     vorParameter* first = empty.operator->();
@@ -16,9 +16,8 @@ TEST(Handle, EmptyHandleBecomesTheUnknownErrorInPlace) {
     const vorParameterPtr also_empty;
     EXPECT_EQ(also_empty.par()->subtype(), ERR_UNKNOWN);
     EXPECT_TRUE(vorParameterPtr().copy()->is_error());
-}
 
-TEST(Handle, EqualityIsIdentityExceptForTheNothingValue) {
+    // Equality is identity, except for the nothing value.
     vorParameterPtr a(new vorParameterString("x"));
     vorParameterPtr b(new vorParameterString("x"));
     EXPECT_TRUE(a == a);
@@ -30,9 +29,8 @@ TEST(Handle, EqualityIsIdentityExceptForTheNothingValue) {
     vorParameterPtr type_a = vorParameterError::create(ERR_TYPE);
     vorParameterPtr type_b = type_a.copy();
     EXPECT_FALSE(type_a == type_b);
-}
 
-TEST(Handle, CountsOwnersAndExternHandlesDoNotOwn) {
+    // Owners are counted; extern handles do not own.
     vorParameterPtr owner(new vorParameterString("x"));
     EXPECT_TRUE(owner.unique());
     {
@@ -70,7 +68,7 @@ TEST(Errors, AreSharedPerKindWithTranslatedMessages) {
     EXPECT_FALSE(vorParameterError::valid_subtype(10));
 }
 
-TEST(Base, NeutralAnswersAndSharedRecords) {
+TEST(Base, NeutralAnswersSharedRecordsAndDisplayNames) {
     vorParameterPtr s(new vorParameterString("abc"));
     s->set_name("label");
     vorParameterPtr clone = s.copy();
@@ -91,9 +89,7 @@ TEST(Base, NeutralAnswersAndSharedRecords) {
     vorParameterPtr real(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 3));
     real->set_measure_mode(MEASURE_RELATIVE);
     EXPECT_EQ(real->get_measure_mode(), MEASURE_RELATIVE);
-}
 
-TEST(Base, DisplayNamesFollowThePath) {
     vorParameterPtr tool(new vorParameterMap());
     tool->set_name("tool");
     vorParameterPtr diameter(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 6));

@@ -13,7 +13,7 @@ vorParameterPtr text(const char* s) {
 
 } // namespace
 
-TEST(Map, LooksNamesUpCaseInsensitivelyExactFirst) {
+TEST(Map, LooksNamesAndPathsUpCaseInsensitivelyExactFirst) {
     vorParameterMap map;
     vorParameterPtr depth = map.add("Depth", number(1));
     vorParameterPtr width = map.add("width", number(2));
@@ -28,6 +28,27 @@ TEST(Map, LooksNamesUpCaseInsensitivelyExactFirst) {
     vorParameterPtr exact = map.add("depth", number(3));
     EXPECT_EQ(exact.get(), depth.get()) << "add finds the existing member, any case";
     EXPECT_EQ(map.size(), 2);
+
+    vorParameterPtr tool(new vorParameterMap());
+    vorParameterMap root;
+    root.add("tool", tool);
+    vorParameterPtr diameter = tool->add("diameter", number(6));
+    EXPECT_EQ(root["tool.diameter"].get(), diameter.get());
+    EXPECT_EQ(root["TOOL.Diameter"].get(), diameter.get());
+    EXPECT_EQ(root["tool.diameter.x"]->subtype(), ERR_INVALID_NAME)
+        << "a lookup in a non-container is reported as an invalid name";
+    EXPECT_EQ(root[vorParameterKey(utString(std::string(1 << 20, 'x')))]->subtype(),
+              ERR_INVALID_NAME);
+
+    vorParameterMap keyed;
+    keyed.add("b", number(1));
+    keyed.add("A", number(2));
+    keyed.add("_keys", number(3));
+    vorParameterPtr keys = keyed["_keys"];
+    ASSERT_EQ(keys->type(), TYPE_ARRAY);
+    ASSERT_EQ(keys->size(), 2) << "a member named _keys is never added or reachable";
+    EXPECT_EQ(keys["[0]"]->get_string(), "b");
+    EXPECT_EQ(keys["[1]"]->get_string(), "A");
 }
 
 TEST(Map, MembersDifferingInLetterCaseAloneAfterReplacingAReference) {
@@ -56,32 +77,7 @@ TEST(Map, MembersDifferingInLetterCaseAloneAfterReplacingAReference) {
     EXPECT_EQ(copy["aB"]->get_double(), 4.0) << "copies keep the letter-case index";
 }
 
-TEST(Map, PathsDescendAndErrorsBecomeInvalidName) {
-    vorParameterPtr tool(new vorParameterMap());
-    vorParameterMap root;
-    root.add("tool", tool);
-    vorParameterPtr diameter = tool->add("diameter", number(6));
-    EXPECT_EQ(root["tool.diameter"].get(), diameter.get());
-    EXPECT_EQ(root["TOOL.Diameter"].get(), diameter.get());
-    EXPECT_EQ(root["tool.diameter.x"]->subtype(), ERR_INVALID_NAME)
-        << "a lookup in a non-container is reported as an invalid name";
-    EXPECT_EQ(root[vorParameterKey(utString(std::string(1 << 20, 'x')))]->subtype(),
-              ERR_INVALID_NAME);
-}
-
-TEST(Map, KeysListsMemberNamesInOrder) {
-    vorParameterMap map;
-    map.add("b", number(1));
-    map.add("A", number(2));
-    map.add("_keys", number(3));
-    vorParameterPtr keys = map["_keys"];
-    ASSERT_EQ(keys->type(), TYPE_ARRAY);
-    ASSERT_EQ(keys->size(), 2) << "a member named _keys is never added or reachable";
-    EXPECT_EQ(keys["[0]"]->get_string(), "b");
-    EXPECT_EQ(keys["[1]"]->get_string(), "A");
-}
-
-TEST(Map, RemoveLockAndCycles) {
+TEST(Map, RemoveLockCyclesAndCopies) {
     vorParameterPtr map(new vorParameterMap());
     vorParameterPtr x = map->add("x", number(1));
     EXPECT_EQ(map->remove("X").get(), x.get());
@@ -100,21 +96,19 @@ TEST(Map, RemoveLockAndCycles) {
     map->lock(1);
     EXPECT_EQ(map->add("y", number(2))->subtype(), ERR_UNKNOWN);
     EXPECT_TRUE(inner->is_locked()) << "a lock covers the members";
-}
 
-TEST(Map, CopiesAreDeepAndCompareByValue) {
-    vorParameterPtr map(new vorParameterMap());
-    map->add("a", number(1));
-    vorParameterPtr copy = map.copy();
-    EXPECT_NE(copy["a"].get(), map["a"].get());
+    vorParameterPtr copied(new vorParameterMap());
+    copied->add("a", number(1));
+    vorParameterPtr copy = copied.copy();
+    EXPECT_NE(copy["a"].get(), copied["a"].get());
     EXPECT_EQ(copy["a"]->parent(), copy.get());
-    EXPECT_TRUE(*copy == *map);
+    EXPECT_TRUE(*copy == *copied);
     copy["a"]->set_double(2);
-    EXPECT_FALSE(*copy == *map);
-    EXPECT_EQ(map->print(0), "(MAP) \na: (REAL) 1 [L]\n");
+    EXPECT_FALSE(*copy == *copied);
+    EXPECT_EQ(copied->print(0), "(MAP) \na: (REAL) 1 [L]\n");
 }
 
-TEST(Root, SynonymsAndBuiltInNames) {
+TEST(Root, SynonymsBuiltInNamesAndScoping) {
     vorParameterPtr root_handle(new vorParameterRoot("Tool", 0, "T1"));
     vorParameterRoot& root = static_cast<vorParameterRoot&>(*root_handle);
     EXPECT_EQ(root.subtype(), SUB_ROOT);
@@ -134,12 +128,10 @@ TEST(Root, SynonymsAndBuiltInNames) {
     EXPECT_EQ(root.translate_key("tool.name"), "tool.name");
     EXPECT_EQ(vorParameterRoot::get_root(diameter.get()), &root);
     EXPECT_EQ(vorParameter::get_name(root, 0), "Tool");
-}
 
-TEST(Root, ScopingWalksUpByPrecedence) {
-    vorParameterPtr root(new vorParameterRoot("machining"));
-    vorParameterPtr tolerance = root->add("tolerance", number(0.01));
-    vorParameterPtr strategy = root->add("strategy", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr scope(new vorParameterRoot("machining"));
+    vorParameterPtr tolerance = scope->add("tolerance", number(0.01));
+    vorParameterPtr strategy = scope->add("strategy", vorParameterPtr(new vorParameterMap()));
     vorParameterPtr stepover = strategy->add("stepover", number(2));
     EXPECT_EQ(stepover->resolve("tolerance").get(), tolerance.get());
     EXPECT_EQ(stepover->resolve("")->subtype(), ERR_SYNTAX);

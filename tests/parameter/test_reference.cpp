@@ -51,7 +51,7 @@ TEST(Reference, ResolvesAPathAndForwardsReadsWritesAndLookups) {
     EXPECT_EQ(m->size(), 3);
 }
 
-TEST(Reference, CyclesAndSelfContainmentAreExpressionErrors) {
+TEST(Reference, CyclesAreErrorsAndLongChainsCollapse) {
     Tree t;
     // To itself, to its own parent, a to b to a, a to b to c to a.
     vorParameterPtr self = t.tool->add("self", ref("self"));
@@ -78,10 +78,8 @@ TEST(Reference, CyclesAndSelfContainmentAreExpressionErrors) {
     m1->add("to", ref("m2"));
     m2->add("to", ref("m1"));
     EXPECT_NE(m1->print(0).find("(RECURSIVE REFERENCE!)"), utString::npos);
-}
 
-TEST(Reference, LongChainsCollapseOrEndInTheNestingError) {
-    vorParameterPtr root(new vorParameterRoot("machining"));
+    vorParameterPtr root(new vorParameterRoot("chain"));
     root->add("r0", real(7));
     for (int i = 1; i <= 100; ++i)
         root->add(utString("r" + std::to_string(i)), ref(("r" + std::to_string(i - 1)).c_str()));
@@ -90,7 +88,7 @@ TEST(Reference, LongChainsCollapseOrEndInTheNestingError) {
     EXPECT_EQ(last.par(), (*root)["r0"].get()) << "the chain collapses to its end";
 }
 
-TEST(Reference, RequiredTypesAndRootTypes) {
+TEST(Reference, RequiredTypesRootTypesAndEntityDesignations) {
     Tree t;
     auto* typed = new vorParameterRef("tool.name");
     vorParameterPtr r = t.root->add("typed", vorParameterPtr(typed));
@@ -113,9 +111,7 @@ TEST(Reference, RequiredTypesAndRootTypes) {
     EXPECT_EQ(rr->subtype(), ERR_TYPE);
     rooted->set_ref_root_type("milling");
     EXPECT_EQ(rr->type(), TYPE_MAP);
-}
 
-TEST(Reference, EntityDesignationsAndTheirTexts) {
     const vorUniqueId id(0x0123456789abcdefULL, 0x0fedcba987654321ULL);
     vorParameterRef by_id("id:" + id.hex_string());
     EXPECT_EQ(by_id.get_ref_string(), "id:0123456789abcdef0fedcba987654321");
@@ -130,13 +126,13 @@ TEST(Reference, EntityDesignationsAndTheirTexts) {
 
     // The host answers entity(...): here a user function of the root that
     // returns the text it was asked for, so the designation shows.
-    vorParameterLibRoot root("machining");
-    root.add("probe", vorParameterPtr(new vorParameterFunction("argv[0] + '/' + argv[1]")));
-    root.add("entity", vorParameterPtr(new vorParameterFunction("probe(argv[0]; argv[1])")));
+    vorParameterLibRoot host("machining");
+    host.add("probe", vorParameterPtr(new vorParameterFunction("argv[0] + '/' + argv[1]")));
+    host.add("entity", vorParameterPtr(new vorParameterFunction("probe(argv[0]; argv[1])")));
     vorParameterPtr quoted =
-        root.add("quoted", vorParameterPtr(new vorParameterRef("curve:O'Neil")));
+        host.add("quoted", vorParameterPtr(new vorParameterRef("curve:O'Neil")));
     EXPECT_EQ(quoted->get_string(), "curve/O'Neil") << "double quotes around a name with '";
-    vorParameterPtr plain = root.add("plain", vorParameterPtr(new vorParameterRef("curve:c1")));
+    vorParameterPtr plain = host.add("plain", vorParameterPtr(new vorParameterRef("curve:c1")));
     EXPECT_EQ(plain->get_string(), "curve/c1");
 }
 
