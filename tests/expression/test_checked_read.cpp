@@ -25,7 +25,7 @@ struct Tree {
 
 } // namespace
 
-TEST(CheckedRead, NumbersReadAsGetDoubleDoesIncludingATrueZero) {
+TEST(CheckedRead, NumbersReadAsGetDoubleAndFailuresReportTheirError) {
     Tree t;
     struct Case {
         const char* text;
@@ -45,15 +45,13 @@ TEST(CheckedRead, NumbersReadAsGetDoubleDoesIncludingATrueZero) {
     EXPECT_EQ(vorReadDouble(clamped).value(), 5.0);
     EXPECT_EQ(vorReadDouble(t.root.add("ref", vorParameterPtr(new vorParameterRef("a")))).value(),
               4.0);
-}
 
-TEST(CheckedRead, EachFailureReportsTheErrorThatStoodInItsPlace) {
-    Tree t;
-    struct Case {
+    // Each failure reports the error that stood in its place.
+    struct Failure {
         vorParameterPtr par;
         vorParameterSubType kind;
         const char* message;
-    } cases[] = {
+    } failures[] = {
         {t.add("div", "1 + a / b"), ERR_DIVIDE_BY_ZERO, "Divide by zero"},
         {t.add("unknown", "a + nosuch"), ERR_INVALID_NAME, "Invalid name"},
         {t.add("text", "name"), ERR_TYPE, "Type error"},
@@ -65,7 +63,7 @@ TEST(CheckedRead, EachFailureReportsTheErrorThatStoodInItsPlace) {
         {t.root.add("dangling", vorParameterPtr(new vorParameterRef("nosuch"))), ERR_EXPRESSION,
          "Expression/Reference error"},
     };
-    for (const Case& c : cases) {
+    for (const Failure& c : failures) {
         vorCheckedDouble read = vorReadDouble(c.par);
         EXPECT_FALSE(read) << c.message;
         EXPECT_EQ(read.value(), 0.0) << c.message;
