@@ -106,7 +106,7 @@ TEST(LibSystem, ListsAndTestsTheEntriesOfADirectory) {
     EXPECT_EQ(call(vorParameterLibFunctions::file_exists, dir / "a.txt")->get_int(), 1);
 }
 
-TEST(LibSystem, HomeAndPortMachiningComeFromTheHost) {
+TEST(LibSystem, HostSettingsAndTimeObjectsInUtcAndLocalZones) {
     vorParameterPtr root(new vorParameterLibRoot());
     {
         ScopedEnv unset("HOME", nullptr);
@@ -122,10 +122,7 @@ TEST(LibSystem, HomeAndPortMachiningComeFromTheHost) {
     EXPECT_EQ(eval(root, "port_machining()")->get_int(), 1);
     vorParameterLib::set_port_machining(false);
     EXPECT_EQ(eval(root, "port_machining()")->get_int(), 0);
-}
 
-TEST(LibTime, TimeObjectsInUtcAndLocalZones) {
-    vorParameterPtr root(new vorParameterLibRoot());
     const auto now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
     EXPECT_NEAR(eval(root, "time()")->get_double(), static_cast<double>(now), 2.0);
 

@@ -59,7 +59,7 @@ TEST(LibTable, HoldsEveryDocumentedNameWithItsExactDescription) {
     vorParameterLib::add_entry("sign", sign.fn, sign.desc);
 }
 
-TEST(LibTable, LibraryAndFunctionObjects) {
+TEST(LibTable, LibraryFunctionObjectsAndTheArgumentDecoder) {
     vorParameterLib library;
     EXPECT_EQ(library.subtype(), SUB_LIBRARY);
     EXPECT_EQ(library.type(), TYPE_FUNCTION);
@@ -86,9 +86,7 @@ TEST(LibTable, LibraryAndFunctionObjects) {
     vorParameterPtr args = arguments({number(0), text("a"), text("b")});
     EXPECT_EQ(library["if"]->operate_binary("(", args).get(),
               library["select"]->operate_binary("(", args).get());
-}
 
-TEST(LibTable, DecoderHandsOutArgumentsInOrder) {
     vorParameterArgDecoder none(arguments({}));
     EXPECT_TRUE(none.all_arguments_used());
     EXPECT_EQ(none.next_argument()->subtype(), ERR_INVALID_ARGUMENTS);
