@@ -45,7 +45,7 @@ vorParameterPtr enumeration_tree() {
 
 } // namespace
 
-TEST(Enum, StatesAreFoundByNameAndIndex) {
+TEST(Enum, StatesAreFoundByNameIndexOrOldName) {
     vorParameterPtr e = enumeration("a||b|a");
     EXPECT_EQ(e->get_string(), "a");
     EXPECT_EQ(e->get_int(), 0);
@@ -61,6 +61,15 @@ TEST(Enum, StatesAreFoundByNameAndIndex) {
 
     EXPECT_EQ(enumeration("x|y", "y")->get_string(), "y");
     EXPECT_EQ(static_cast<vorParameterEnum&>(*enumeration("")).num_states(), 1);
+
+    // Every entry is checked against docs/enumerations.md below.
+    EXPECT_EQ(vorParameterEnum::lookup_state_synonym("TubeClear"), "TubeClear");
+    vorParameterPtr old = enumeration("along_corner|finishing|port_area_clear", "alongcorner");
+    EXPECT_TRUE(old->is_valid());
+    EXPECT_EQ(old->get_int(), 0);
+    EXPECT_EQ(static_cast<vorParameterEnum&>(*old).find_index("semi"), 1);
+    old->set_string("tubeclear");
+    EXPECT_EQ(old->get_string(), "port_area_clear");
 }
 
 TEST(Enum, WritingSelectsByIndexOrStoresTheName) {
@@ -89,17 +98,6 @@ TEST(Enum, WritingSelectsByIndexOrStoresTheName) {
         EXPECT_EQ(e->get_string(), "") << far;
     }
     EXPECT_EQ(g_modified, 11);
-}
-
-TEST(Enum, SynonymsMapOldNames) {
-    // Every entry is checked against docs/enumerations.md below.
-    EXPECT_EQ(vorParameterEnum::lookup_state_synonym("TubeClear"), "TubeClear");
-    vorParameterPtr e = enumeration("along_corner|finishing|port_area_clear", "alongcorner");
-    EXPECT_TRUE(e->is_valid());
-    EXPECT_EQ(e->get_int(), 0);
-    EXPECT_EQ(static_cast<vorParameterEnum&>(*e).find_index("semi"), 1);
-    e->set_string("tubeclear");
-    EXPECT_EQ(e->get_string(), "port_area_clear");
 }
 
 TEST(Enum, ConditionsAreEvaluatedInTheEnumerationsScope) {
@@ -206,14 +204,12 @@ TEST(Enum, ComparisonWithTextsInExpressionsAndActiveConditions) {
     EXPECT_FALSE(stepdown->is_active());
 }
 
-TEST(Enum, DocumentedExamplesEvaluateAsShown) {
+TEST(Enum, DocumentedExamplesAndSynonymTableAreTheOnesInUse) {
     vorParameterPtr root = enumeration_tree();
     expect_doc_examples("docs/enumerations.md", 8, [&](const std::string& expression) {
         return vorEvaluator(root.get()).evaluate(expression)->get_string().str();
     });
-}
 
-TEST(Enum, DocumentedSynonymTableIsTheOneInUse) {
     std::ifstream page(std::string(VORPARAMETER_SOURCE_DIR) + "/docs/enumerations.md");
     std::string line;
     while (std::getline(page, line) && line != "## Synonyms") {

@@ -13,7 +13,7 @@ vorParameterPtr number(const char* text) {
 
 } // namespace
 
-TEST(Utilities, StrippingDetachesTheRecordFromCopies) {
+TEST(Utilities, StrippingDetachesTheRecordAndValidityEvaluatesNumbers) {
     vorParameterPtr original = number("1");
     original->set_active("0");
     vorParameterPtr copy = original.copy();
@@ -23,6 +23,15 @@ TEST(Utilities, StrippingDetachesTheRecordFromCopies) {
     EXPECT_EQ(original->get_label(), "");
     EXPECT_TRUE(copy->is_active());
     EXPECT_FALSE(original->is_active());
+
+    EXPECT_TRUE(vorParameterUtils::default_valid(*number("2*3")));
+    EXPECT_FALSE(vorParameterUtils::default_valid(*number("1/0")));
+    EXPECT_FALSE(vorParameterUtils::default_valid(*number("'text'")));
+    vorParameterPtr ranged = number("12");
+    static_cast<vorParameterNumeric&>(*ranged).set_range(vorRange(0, 10));
+    EXPECT_FALSE(vorParameterUtils::default_valid(*ranged));
+    EXPECT_TRUE(vorParameterUtils::default_valid(*vorParameterPtr(new vorParameterString("x"))));
+    EXPECT_FALSE(vorParameterUtils::default_valid(*vorParameterPtr(new vorParameterData(""))));
 }
 
 TEST(Utilities, RemoveActiveExpressionsMakesTheWholeSubtreeActive) {
@@ -83,15 +92,4 @@ TEST(Utilities, ReservedNamesAndEntities) {
     ref->set_ref_from_id(data->get_id());
     EXPECT_TRUE(vorParameterUtils::is_entity(by_ref));
     EXPECT_FALSE(vorParameterUtils::is_entity(vorParameterPtr()));
-}
-
-TEST(Utilities, DefaultValidityEvaluatesNumbers) {
-    EXPECT_TRUE(vorParameterUtils::default_valid(*number("2*3")));
-    EXPECT_FALSE(vorParameterUtils::default_valid(*number("1/0")));
-    EXPECT_FALSE(vorParameterUtils::default_valid(*number("'text'")));
-    vorParameterPtr ranged = number("12");
-    static_cast<vorParameterNumeric&>(*ranged).set_range(vorRange(0, 10));
-    EXPECT_FALSE(vorParameterUtils::default_valid(*ranged));
-    EXPECT_TRUE(vorParameterUtils::default_valid(*vorParameterPtr(new vorParameterString("x"))));
-    EXPECT_FALSE(vorParameterUtils::default_valid(*vorParameterPtr(new vorParameterData(""))));
 }
