@@ -15,7 +15,7 @@ struct DecimalComma {
 
 } // namespace
 
-TEST(Text, ParseReadsNumbersInTheLocaleForm) {
+TEST(Text, NumbersParseAndFormatInTheLocaleForm) {
     double v = 0;
     std::size_t used = 0;
     EXPECT_TRUE(utString(" -2.5e3mm").parse(v, used));
@@ -40,9 +40,7 @@ TEST(Text, ParseReadsNumbersInTheLocaleForm) {
     EXPECT_EQ(i, 42);
     EXPECT_FALSE(utString("99999999999999999999").parse_int(i));
     EXPECT_FALSE(utString("4x").parse_int(i));
-}
 
-TEST(Text, ExactFormattingReadsBack) {
     for (double d : {0.1, 1.0 / 3.0, -2.5, 1e300, 5e-324, 123456789.125, 0.0}) {
         double back = 0;
         ASSERT_TRUE(vorformat_double_exact(d).parse(back)) << vorformat_double_exact(d);
@@ -57,7 +55,7 @@ TEST(Text, ExactFormattingReadsBack) {
     EXPECT_EQ(vorformat_double_exact(0.25), "0,25");
 }
 
-TEST(Text, CaseFoldingCoversEuropeanLetters) {
+TEST(Text, CaseFoldingAndCodePointsOfEuropeanAndMalformedTexts) {
     EXPECT_EQ(vordowncase("LÄNGE Ø"), "länge ø");
     EXPECT_EQ(vorupcase("straße ñ"), "STRAßE Ñ");
     EXPECT_EQ(vordowncase("ŁÓDŹ ΑΒΓ ДЖ"), "łódź αβγ дж");
@@ -70,9 +68,7 @@ TEST(Text, CaseFoldingCoversEuropeanLetters) {
     std::vector<utString> parts = vortokens("a  b,c", " ,");
     ASSERT_EQ(parts.size(), 3u);
     EXPECT_EQ(parts[2], "c");
-}
 
-TEST(Text, CodePointsSurviveMalformedInput) {
     vorWideString wide = vorMultiByteToWideChar::convert("L\xC3\xA4nge");
     ASSERT_EQ(wide.size(), 5u);
     EXPECT_EQ(wide[1], U'\u00E4');
