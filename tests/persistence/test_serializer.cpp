@@ -97,7 +97,7 @@ TEST(Serializer, LoadsDefinitionsValuesAndReferences) {
     EXPECT_NE(again.find("\"feed\" \"R[L/T]\" \"\" : \"1200\""), std::string::npos);
 }
 
-TEST(Serializer, HeaderDecidesTypeVersionAndUpdate) {
+TEST(Serializer, HeaderDecidesTypeVersionAndUpdateAndMalformedInputStopsAtItsError) {
     vorParameterSerializer serializer;
     const auto file = [](const char* type, const char* version) {
         return std::string("{\"type\":\"") + type + "\",\"version\":\"" + version +
@@ -119,12 +119,8 @@ TEST(Serializer, HeaderDecidesTypeVersionAndUpdate) {
     EXPECT_EQ(vorParameterSerializer::read_header(in, header), SERIAL_OK);
     EXPECT_EQ(header.type, "turning");
     EXPECT_EQ(header.version, 7);
-}
 
-TEST(Serializer, MalformedInputStopsWithItsErrorAndOffset) {
-    vorParameterSerializer serializer;
-    MachiningRoot root;
-    root.add("a", number("0"));
+    // Malformed input stops with its error and offset.
     const std::string start = std::string(machining_header);
     struct Case {
         std::string text;
