@@ -3,18 +3,10 @@
 
 #include "../support/prelude.h"
 
-namespace {
-
-vorParameterPtr number(const char* text) {
-    vorParameterPtr par(new vorParameterNumeric(SUB_REAL, vorDimensions(), 0.0));
-    par->set_string(text);
-    return par;
-}
-
-} // namespace
+namespace {} // namespace
 
 TEST(Utilities, StrippingDetachesTheRecordAndValidityEvaluatesNumbers) {
-    vorParameterPtr original = number("1");
+    vorParameterPtr original = numeric("1");
     original->set_active("0");
     vorParameterPtr copy = original.copy();
     vorParameterUtils::strip_expression(*copy);
@@ -24,10 +16,10 @@ TEST(Utilities, StrippingDetachesTheRecordAndValidityEvaluatesNumbers) {
     EXPECT_TRUE(copy->is_active());
     EXPECT_FALSE(original->is_active());
 
-    EXPECT_TRUE(vorParameterUtils::default_valid(*number("2*3")));
-    EXPECT_FALSE(vorParameterUtils::default_valid(*number("1/0")));
-    EXPECT_FALSE(vorParameterUtils::default_valid(*number("'text'")));
-    vorParameterPtr ranged = number("12");
+    EXPECT_TRUE(vorParameterUtils::default_valid(*numeric("2*3")));
+    EXPECT_FALSE(vorParameterUtils::default_valid(*numeric("1/0")));
+    EXPECT_FALSE(vorParameterUtils::default_valid(*numeric("'text'")));
+    vorParameterPtr ranged = numeric("12");
     static_cast<vorParameterNumeric&>(*ranged).set_range(vorRange(0, 10));
     EXPECT_FALSE(vorParameterUtils::default_valid(*ranged));
     EXPECT_TRUE(vorParameterUtils::default_valid(*vorParameterPtr(new vorParameterString("x"))));
@@ -38,10 +30,10 @@ TEST(Utilities, RemoveActiveExpressionsMakesTheWholeSubtreeActive) {
     vorParameterPtr root(new vorParameterMap());
     vorParameterPtr inner = root->add("inner", vorParameterPtr(new vorParameterMap()));
     inner->set_active("0");
-    vorParameterPtr depth = inner->add("depth", number("2+3"));
+    vorParameterPtr depth = inner->add("depth", numeric("2+3"));
     depth->set_active("depth > 100");
     vorParameterPtr list = inner->add("list", vorParameterPtr(new vorParameterArray()));
-    list->add(vorParameterKey(), number("7"))->set_active("0");
+    list->add(vorParameterKey(), numeric("7"))->set_active("0");
     auto* choice = new vorParameterEnum();
     choice->add_state("raster", "", "", "0");
     choice->add_state("spiral", "", "", "depth > 100");
@@ -68,7 +60,7 @@ TEST(Utilities, RemoveActiveExpressionsMakesTheWholeSubtreeActive) {
 }
 
 TEST(Utilities, ReservedNamesAndEntities) {
-    vorParameterPtr par = number("1");
+    vorParameterPtr par = numeric("1");
     for (const char* name : {"vantrel", "local", "project"}) {
         par->set_name(name);
         EXPECT_TRUE(vorParameterUtils::is_restricted_parameter(par)) << name;

@@ -16,10 +16,6 @@ protected:
         tool->add("diameter", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 6)));
     }
 
-    static vorParameterPtr real(double v) {
-        return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, v));
-    }
-
     vorParameterPtr eval(const char* text) { return vorEvaluator(root.get()).evaluate(text); }
     double number(const char* text) { return eval(text)->get_double(); }
     int kind(const char* text) {

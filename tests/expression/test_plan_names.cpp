@@ -9,10 +9,6 @@
 
 namespace {
 
-vorParameterPtr real(double value) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, value));
-}
-
 /// Reads `p` often enough for its text to run compiled, and answers the
 /// last read, after checking that the evaluator, scanning the text, agrees.
 double read(const vorParameterPtr& p) {

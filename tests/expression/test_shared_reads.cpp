@@ -10,12 +10,6 @@ void count_read(const vorParameter*) {
     ++g_reads;
 }
 
-vorParameterPtr number(const utString& text) {
-    vorParameterPtr p(new vorParameterNumeric(SUB_REAL, DIM_NONE, 0));
-    p->set_string(text);
-    return p;
-}
-
 utString level(int i) {
     return utString("n" + std::to_string(i));
 }
@@ -23,9 +17,9 @@ utString level(int i) {
 /// n0 = 1 and n<i> = n<i-1> + n<i-1>: every level reads the one below twice.
 vorParameterPtr doubling_chain(int depth) {
     vorParameterPtr root(new vorParameterRoot("Tool", 0, "T1"));
-    root->add("n0", number("1"));
+    root->add("n0", numeric("1"));
     for (int i = 1; i <= depth; ++i)
-        root->add(level(i), number(level(i - 1) + " + " + level(i - 1)));
+        root->add(level(i), numeric(level(i - 1) + " + " + level(i - 1)));
     return root;
 }
 
@@ -40,14 +34,14 @@ TEST(SharedReads, ChangesBetweenAndDuringReadsAreSeen) {
 
     // Replacing a member the chain reads, by removing and adding it.
     root->remove("n29");
-    root->add("n29", number("5"));
+    root->add("n29", numeric("5"));
     EXPECT_EQ(root["n30"]->get_double(), 10);
 
     // A value that two paths read, changed by a callback on every read:
     // the second path reads what a second read on its own would.
-    vorParameterPtr flip = root->add("flip", number("1"));
-    vorParameterPtr reader = root->add("reader", number("flip + 0"));
-    root->add("both", number("reader * 10 + reader"));
+    vorParameterPtr flip = root->add("flip", numeric("1"));
+    vorParameterPtr reader = root->add("reader", numeric("flip + 0"));
+    root->add("both", numeric("reader * 10 + reader"));
     flip->set_onread_callback([](const vorParameter* self) {
         auto* value = static_cast<vorParameterNumeric*>(const_cast<vorParameter*>(self));
         value->set_double(value->get_value() == "1" ? 2 : 1);

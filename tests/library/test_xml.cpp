@@ -8,10 +8,6 @@
 
 namespace {
 
-vorParameterPtr map() {
-    return vorParameterPtr(new vorParameterMap());
-}
-
 std::string xml_of(const vorParameter& par) {
     return to_xml(par).value_or(utString("(too long)")).str();
 }

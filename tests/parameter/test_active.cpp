@@ -5,10 +5,6 @@
 
 namespace {
 
-vorParameterPtr real(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, v));
-}
-
 const vorParameter* g_notified = nullptr;
 void remember(vorParameter* p) {
     g_notified = p;

@@ -9,18 +9,6 @@ namespace {
 
 using Keys = std::vector<std::string>;
 
-vorParameterPtr real(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, v));
-}
-
-vorParameterPtr map() {
-    return vorParameterPtr(new vorParameterMap());
-}
-
-vorParameterPtr ref(const char* text) {
-    return vorParameterPtr(new vorParameterRef(text));
-}
-
 /// root { tool { diameter, flutes }, list [ { name }, { name } ], depth }
 struct Tree {
     vorParameterPtr root{new vorParameterRoot("machining")};
@@ -108,9 +96,9 @@ TEST(Iteration, ReferencesAreFollowedOnlyWhenAskedAndCyclesEnd) {
     Tree t;
     vorParameterPtr a = t.root->add("a", map());
     vorParameterPtr b = t.root->add("b", map());
-    vorParameterPtr to_b = a->add("to_b", ref("b"));
-    vorParameterPtr cutter = a->add("cutter", ref("tool"));
-    b->add("to_a", ref("a"));
+    vorParameterPtr to_b = a->add("to_b", reference("b"));
+    vorParameterPtr cutter = a->add("cutter", reference("tool"));
+    b->add("to_a", reference("a"));
 
     vorParameterIter plain(a);
     plain.set_leaf_only(1);

@@ -8,10 +8,6 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-vorParameterPtr number(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, v));
-}
-
 Names names_of(const vorMemberRange& range) {
     Names names;
     for (const auto& [name, member] : range)
@@ -24,10 +20,10 @@ Names names_of(const vorMemberRange& range) {
 TEST(Members, MapMembersInOrderAndEmptyRangesForAnythingElse) {
     vorParameterRoot root("machining");
     vorParameterPtr tool = root.add("tool", vorParameterPtr(new vorParameterMap()));
-    vorParameterPtr zeta = tool->add("Zeta", number(1));
-    tool->add("alpha", number(2));
-    tool->add("_hidden", number(3));
-    tool->add("Mid", number(4));
+    vorParameterPtr zeta = tool->add("Zeta", real(1));
+    tool->add("alpha", real(2));
+    tool->add("_hidden", real(3));
+    tool->add("Mid", real(4));
 
     EXPECT_EQ(names_of(vorMembers(tool)), (Names{"Zeta", "alpha", "_hidden", "Mid"}));
     const vorParameterPtr& const_tool = tool;
@@ -41,12 +37,12 @@ TEST(Members, MapMembersInOrderAndEmptyRangesForAnythingElse) {
 
     // Anything but the right container gives an empty range.
     vorParameterPtr list = root.add("list", vorParameterPtr(new vorParameterArray()));
-    list->add(vorParameterKey(), number(1));
+    list->add(vorParameterKey(), real(1));
     vorParameterPtr dangling = root.add("dangling", vorParameterPtr(new vorParameterRef("nosuch")));
 
     EXPECT_TRUE(vorMembers(list).empty());
     EXPECT_TRUE(vorElements(vorParameterPtr::share(&root)).empty());
-    EXPECT_TRUE(vorMembers(number(5)).empty());
+    EXPECT_TRUE(vorMembers(real(5)).empty());
     EXPECT_TRUE(vorMembers(root["nosuch"]).empty());
     EXPECT_TRUE(vorMembers(dangling).empty());
     EXPECT_TRUE(vorElements(dangling).empty());
@@ -77,7 +73,7 @@ TEST(Members, ElementsInIndexOrderWithLoadedEmptySlotsInPlace) {
 TEST(Members, TheLoopBodyMayChangeOrReleaseTheContainer) {
     vorParameterPtr tool(new vorParameterMap());
     for (const char* name : {"a", "b", "c"})
-        tool->add(name, number(1));
+        tool->add(name, real(1));
 
     // Removing every member and adding new ones while looping: the loop sees
     // exactly the members that stood when it began, alive to the end.
@@ -87,7 +83,7 @@ TEST(Members, TheLoopBodyMayChangeOrReleaseTheContainer) {
         tool->remove("a");
         tool->remove("b");
         tool->remove("c");
-        tool->add(name + "_new", number(2));
+        tool->add(name + "_new", real(2));
         EXPECT_EQ(member->get_double(), 1.0);
     }
     EXPECT_EQ(seen, (Names{"a", "b", "c"}));
@@ -95,7 +91,7 @@ TEST(Members, TheLoopBodyMayChangeOrReleaseTheContainer) {
 
     vorParameterPtr list(new vorParameterArray());
     for (int i = 0; i < 3; ++i)
-        list->add(vorParameterKey(), number(i));
+        list->add(vorParameterKey(), real(i));
     double sum = 0;
     for (const vorParameterPtr& element : vorElements(list)) {
         list.reset(); // the last handle of the array itself goes

@@ -6,10 +6,6 @@
 
 namespace {
 
-vorParameterPtr real(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, v));
-}
-
 int g_modified = 0;
 void count_modification(vorParameter*) {
     ++g_modified;

@@ -5,10 +5,6 @@
 
 namespace {
 
-vorParameterPtr real(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, v));
-}
-
 struct Recorder : vorParameterProxyListener {
     std::vector<std::string> seen;
     vorParameterProxyListener* remove_on_call = nullptr;

@@ -5,14 +5,6 @@
 
 namespace {
 
-vorParameterPtr real(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, v));
-}
-
-vorParameterPtr ref(const char* text) {
-    return vorParameterPtr(new vorParameterRef(text));
-}
-
 /// root { tool { diameter: 6mm, depth: 2mm, name: "End mill" } }
 struct Tree {
     vorParameterPtr root{new vorParameterRoot("machining")};
@@ -26,7 +18,7 @@ struct Tree {
 
 TEST(Reference, ResolvesAPathAndForwardsReadsWritesAndLookups) {
     Tree t;
-    vorParameterPtr r = t.root->add("r", ref("tool.diameter"));
+    vorParameterPtr r = t.root->add("r", reference("tool.diameter"));
     EXPECT_EQ(r->type(), TYPE_NUMERIC);
     EXPECT_EQ(r->subtype(), SUB_REAL);
     EXPECT_DOUBLE_EQ(r->get_double(), 6.0);
@@ -45,7 +37,7 @@ TEST(Reference, ResolvesAPathAndForwardsReadsWritesAndLookups) {
     EXPECT_DOUBLE_EQ(twice->get_double(), 4.0);
 
     // A reference to a map looks members up in it.
-    vorParameterPtr m = t.root->add("m", ref("tool"));
+    vorParameterPtr m = t.root->add("m", reference("tool"));
     EXPECT_EQ(m->type(), TYPE_MAP);
     EXPECT_EQ((*m)["name"]->get_string(), "End mill");
     EXPECT_EQ(m->size(), 3);
@@ -54,13 +46,13 @@ TEST(Reference, ResolvesAPathAndForwardsReadsWritesAndLookups) {
 TEST(Reference, CyclesAreErrorsAndLongChainsCollapse) {
     Tree t;
     // To itself, to its own parent, a to b to a, a to b to c to a.
-    vorParameterPtr self = t.tool->add("self", ref("self"));
-    vorParameterPtr up = t.tool->add("up", ref("tool"));
-    vorParameterPtr a = t.root->add("a", ref("b"));
-    vorParameterPtr b = t.root->add("b", ref("a"));
-    vorParameterPtr c1 = t.root->add("c1", ref("c2"));
-    t.root->add("c2", ref("c3"));
-    t.root->add("c3", ref("c1"));
+    vorParameterPtr self = t.tool->add("self", reference("self"));
+    vorParameterPtr up = t.tool->add("up", reference("tool"));
+    vorParameterPtr a = t.root->add("a", reference("b"));
+    vorParameterPtr b = t.root->add("b", reference("a"));
+    vorParameterPtr c1 = t.root->add("c1", reference("c2"));
+    t.root->add("c2", reference("c3"));
+    t.root->add("c3", reference("c1"));
     for (const vorParameterPtr& r : {self, up, a, b, c1}) {
         EXPECT_TRUE(r->is_error());
         EXPECT_EQ(r->type(), TYPE_ERROR);
@@ -75,14 +67,15 @@ TEST(Reference, CyclesAreErrorsAndLongChainsCollapse) {
     // A cycle through maps ends in the marked print.
     vorParameterPtr m1 = t.root->add("m1", vorParameterPtr(new vorParameterMap()));
     vorParameterPtr m2 = t.root->add("m2", vorParameterPtr(new vorParameterMap()));
-    m1->add("to", ref("m2"));
-    m2->add("to", ref("m1"));
+    m1->add("to", reference("m2"));
+    m2->add("to", reference("m1"));
     EXPECT_NE(m1->print(0).find("(RECURSIVE REFERENCE!)"), utString::npos);
 
     vorParameterPtr root(new vorParameterRoot("chain"));
     root->add("r0", real(7));
     for (int i = 1; i <= 100; ++i)
-        root->add(utString("r" + std::to_string(i)), ref(("r" + std::to_string(i - 1)).c_str()));
+        root->add(utString("r" + std::to_string(i)),
+                  reference(("r" + std::to_string(i - 1)).c_str()));
     vorParameterPtr last = (*root)["r100"];
     EXPECT_DOUBLE_EQ(last->get_double(), 7.0);
     EXPECT_EQ(last.par(), (*root)["r0"].get()) << "the chain collapses to its end";

@@ -8,10 +8,6 @@ namespace {
 
 constexpr int kLimit = vorParameterArray::max_elements;
 
-vorParameterPtr number(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, vorDimensions(), v));
-}
-
 utString member_name(int i) {
     return utString(("m" + std::to_string(i)).c_str());
 }
@@ -24,7 +20,7 @@ vorParameterPtr element(const vorParameterPtr& array, int i) {
 vorParameterPtr root_with_list(int size) {
     vorParameterPtr root(new vorParameterRoot("Stress", 0, "stress"));
     vorParameterPtr list =
-        root->add(vorParameterKey("L"), vorParameterPtr(new vorParameterList(number(0))));
+        root->add(vorParameterKey("L"), vorParameterPtr(new vorParameterList(real(0))));
     list->set_int(size);
     for (int i : {0, size / 2, size - 1})
         element(list, i)->set_double(i);
@@ -47,7 +43,7 @@ TEST(StressContainers, ManyMembersAddedAndRemovedByNameKeepOrder) {
         keys.emplace_back(member_name(i));
     vorParameterPtr map(new vorParameterMap());
     for (const vorParameterKey& key : keys)
-        map->add(key, number(map->size()));
+        map->add(key, real(map->size()));
     ASSERT_EQ(map->size(), n);
 
     // Remove two members of every three, in an order that jumps around the
@@ -103,8 +99,8 @@ TEST(StressContainers, NoWayOfGrowingPassesTheLimit) {
     EXPECT_TRUE(evaluate(root, "L+{1}")->is_error());
     EXPECT_TRUE(evaluate(root, "L[-1]")->is_error());
     EXPECT_TRUE(evaluate(root, "L[" + std::to_string(kLimit) + "]")->is_error());
-    EXPECT_EQ(list->add(vorParameterKey(), number(1))->subtype(), ERR_UNKNOWN);
-    EXPECT_EQ(list->add(vorParameterKey(0, utString()), number(1))->subtype(), ERR_UNKNOWN);
+    EXPECT_EQ(list->add(vorParameterKey(), real(1))->subtype(), ERR_UNKNOWN);
+    EXPECT_EQ(list->add(vorParameterKey(0, utString()), real(1))->subtype(), ERR_UNKNOWN);
     EXPECT_EQ((*list)[vorParameterKey(-1, utString())]->subtype(), ERR_UNKNOWN);
     list->set_int(kLimit + 1);
     EXPECT_EQ(list->size(), kLimit);

@@ -10,15 +10,11 @@ namespace {
 constexpr int kWide = 1000000;
 constexpr int kDeep = 100000;
 
-vorParameterPtr number(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, vorDimensions(), v));
-}
-
 /// A chain of `depth` nested maps, each the member "m" of the one above; the
 /// deepest holds the number "x". Returns the top.
 vorParameterPtr make_chain(int depth) {
     vorParameterPtr top(new vorParameterMap());
-    top->add("x", number(1));
+    top->add("x", real(1));
     for (int i = 1; i < depth; ++i) {
         vorParameterPtr up(new vorParameterMap());
         up->add("m", top);
@@ -32,7 +28,7 @@ vorParameterPtr make_chain(int depth) {
 TEST(StressIteration, MillionMembersWide) {
     vorParameterPtr array(new vorParameterArray());
     for (int i = 0; i < kWide; ++i)
-        array->add(vorParameterKey(), number(i));
+        array->add(vorParameterKey(), real(i));
     vorParameterIter elements(array);
     double sum = 0;
     while (++elements)
@@ -44,7 +40,7 @@ TEST(StressIteration, MillionMembersWide) {
     // key of its own, so the map is a tenth as wide.
     vorParameterPtr map(new vorParameterMap());
     for (int i = 0; i < kWide / 10; ++i)
-        map->add(vorParameterKey("m" + std::to_string(i)), number(i));
+        map->add(vorParameterKey("m" + std::to_string(i)), real(i));
     vorParameterIter it(map);
     int seen = 0;
     while (++it) {
@@ -89,7 +85,7 @@ TEST(StressIteration, TreeChangedAndReleasedUnderTheWalk) {
     vorParameterPtr chain = make_chain(1000);
     for (vorParameter* node = chain.get(); !(*node)["m"]->is_error(); node = (*node)["m"].get())
         for (int i = 0; i < 10; ++i)
-            node->add(vorParameterKey("n" + std::to_string(i)), number(i));
+            node->add(vorParameterKey("n" + std::to_string(i)), real(i));
 
     vorParameterIter it(chain);
     int steps = 0;
@@ -98,7 +94,7 @@ TEST(StressIteration, TreeChangedAndReleasedUnderTheWalk) {
         vorParameterPtr node = it();
         if (vorParameter* parent = node->parent()) {
             parent->remove(vorParameterKey(node->get_name()));
-            parent->add(vorParameterKey("late" + std::to_string(steps)), number(0));
+            parent->add(vorParameterKey("late" + std::to_string(steps)), real(0));
             parent->add(vorParameterKey("later" + std::to_string(steps)),
                         vorParameterPtr(new vorParameterMap()));
         }

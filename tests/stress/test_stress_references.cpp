@@ -5,10 +5,6 @@
 
 namespace {
 
-vorParameterPtr reference(const std::string& text) {
-    return vorParameterPtr(new vorParameterRef(utString(text)));
-}
-
 std::string name(int i) {
     return "r" + std::to_string(i);
 }

@@ -9,10 +9,6 @@ namespace {
 
 constexpr int kSize = 100000;
 
-vorParameterPtr number(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, vorDimensions(), v));
-}
-
 /// A chain of kSize nested maps ("m" inside "m"...), each holding a number
 /// "x" with an active expression and mirror mode 1, and a reference back to
 /// the top of the chain. Returns the top.
@@ -20,7 +16,7 @@ vorParameterPtr make_cyclic_chain() {
     vorParameterPtr top(new vorParameterMap());
     vorParameterPtr map = top;
     for (int i = 0; i < kSize; ++i) {
-        vorParameterPtr x = map->add("x", number(i));
+        vorParameterPtr x = map->add("x", real(i));
         x->set_active("x > 0");
         x->set_mirror_mode(MIRROR_NEGATE);
         map->add("up", vorParameterPtr(new vorParameterRef("^^top")));
@@ -64,7 +60,7 @@ TEST(StressUtilities, DeepChainWithCycles) {
 TEST(StressUtilities, WideTreeOfPoints) {
     vorParameterPtr top(new vorParameterMap());
     for (int i = 0; i < kSize / 4; ++i) {
-        auto* point = new vorParameterVector(3, number(i));
+        auto* point = new vorParameterVector(3, real(i));
         point->set_mirror_mode(MIRROR_NEGATE);
         top->add(vorParameterKey("p" + std::to_string(i)), vorParameterPtr(point));
     }

@@ -8,14 +8,6 @@
 
 namespace {
 
-vorParameterPtr number(double value) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, value));
-}
-
-vorParameterPtr map() {
-    return vorParameterPtr(new vorParameterMap());
-}
-
 int count_elements(xmlNode* element) {
     int count = 1;
     for (xmlNode* child : xml_children(element))
@@ -30,8 +22,8 @@ TEST(StressXml, HundredThousandParametersRenderAndParse) {
     for (int m = 0; m < 500; ++m) {
         vorParameterPtr op = top->add(vorParameterKey("op" + std::to_string(m)), map());
         for (int i = 0; i < 100; ++i)
-            op->add(vorParameterKey("v" + std::to_string(i)), number(i));
-        vorParameterPtr list = op->add("passes", vorParameterPtr(new vorParameterList(number(0))));
+            op->add(vorParameterKey("v" + std::to_string(i)), real(i));
+        vorParameterPtr list = op->add("passes", vorParameterPtr(new vorParameterList(real(0))));
         list->set_int(99);
     }
     const std::optional<utString> xml = to_xml(*top);
@@ -48,7 +40,7 @@ TEST(StressXml, AHundredThousandLevelsDeepCostNoStack) {
     vorParameterPtr level = top;
     for (int i = 0; i < 100000; ++i)
         level = level->add("m", map());
-    level->add("x", number(1));
+    level->add("x", real(1));
     const std::optional<utString> xml = to_xml(*top);
     ASSERT_TRUE(xml);
     ParsedXml parsed(xml->str());

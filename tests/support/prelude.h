@@ -1,5 +1,6 @@
-// What every test file uses: the library, GoogleTest and the standard
-// containers and streams the tests build their cases with.
+// What every test file uses: the library, GoogleTest, the standard
+// containers and streams the tests build their cases with, and builders of
+// the values most tests put in their trees.
 #ifndef VORPARAMETER_TESTS_SUPPORT_PRELUDE_H
 #define VORPARAMETER_TESTS_SUPPORT_PRELUDE_H
 
@@ -12,5 +13,26 @@
 #include <string>
 #include <utility>
 #include <vector>
+
+/// A number of the given value, dimension and kind.
+inline vorParameterPtr real(double value, vorDimensions dim = vorDimensions(DIM_NONE),
+                            vorParameterSubType kind = SUB_REAL) {
+    return vorParameterPtr(new vorParameterNumeric(kind, dim, value));
+}
+
+/// A dimensionless number whose text (a literal or an expression) is `text`.
+inline vorParameterPtr numeric(const utString& text, vorParameterSubType kind = SUB_REAL) {
+    vorParameterPtr par = real(0, vorDimensions(DIM_NONE), kind);
+    par->set_string(text);
+    return par;
+}
+
+inline vorParameterPtr map() {
+    return vorParameterPtr(new vorParameterMap());
+}
+
+inline vorParameterPtr reference(const utString& target) {
+    return vorParameterPtr(new vorParameterRef(target));
+}
 
 #endif // VORPARAMETER_TESTS_SUPPORT_PRELUDE_H

@@ -14,12 +14,6 @@
 namespace vorparam {
 namespace {
 
-vorParameterPtr number(const char* value) {
-    vorParameterPtr par(new vorParameterNumeric(SUB_REAL, vorDimensions(), 0.0));
-    par->set_string(value);
-    return par;
-}
-
 /// "from -> to (kind)" for every edge, nodes named by the first line of their
 /// label (the path); kind is "value", "active" or "ref".
 struct ParsedGraph {
@@ -54,13 +48,13 @@ ParsedGraph parse(const std::string& dot) {
 /// refers to a.
 vorParameterPtr sample_tree() {
     vorParameterPtr root(new vorParameterLibRoot("job"));
-    root->add("depth", number("2"));
+    root->add("depth", numeric("2"));
     vorParameterPtr a(new vorParameterMap());
-    a->add("b", number("depth > 1 & c > 0"));
-    a->add("c", number("c + 1"));
+    a->add("b", numeric("depth > 1 & c > 0"));
+    a->add("c", numeric("c + 1"));
     root->add("a", a);
-    root->add("x", number("y * 2"));
-    root->add("y", number("x / 2"));
+    root->add("x", numeric("y * 2"));
+    root->add("y", numeric("x / 2"));
     vorParameterPtr show(new vorParameterString("on"));
     show->set_active("depth > 0");
     root->add("show", show);
