@@ -31,7 +31,7 @@ void expect_same(const Both& both, const char* what) {
 
 } // namespace
 
-TEST(StressCompiled, HugeAndDeepTextsAnswerAsScanningDoes) {
+TEST(StressCompiled, HugeAndDeepTextsAnswerAsScanningDoesAndTheCacheStaysBounded) {
     vorParameterPtr root(new vorParameterRoot("machining"));
     root->add("a", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, 1)));
 
@@ -54,10 +54,8 @@ TEST(StressCompiled, HugeAndDeepTextsAnswerAsScanningDoes) {
     expect_same(nested, "brackets past the nesting limit");
     EXPECT_EQ(nested.compiled->subtype(), ERR_EXPRESSION);
     expect_same(evaluate_both(root, std::string(5000, '-') + "1"), "prefixes past the limit");
-}
 
-TEST(StressCompiled, ProgramCacheStaysBounded) {
-    vorParameterPtr root(new vorParameterRoot("machining"));
+    // The program cache stays within its bound.
     std::size_t most = 0;
     for (int i = 0; i < 20000; ++i) {
         // A text is compiled on its second sight.

@@ -49,7 +49,7 @@ protected:
 
 } // namespace
 
-TEST_F(StressEvaluation, ChainsDeeperThanTheNestingLimitFail) {
+TEST_F(StressEvaluation, ChainsDeeperThanTheNestingLimitFailAlsoWhenMixed) {
     // Interpolated strings, plain references, operands: each kind of chain
     // stops at the limit, while its shallow end still reads as before.
     root->add("s0", text("base"));
@@ -73,9 +73,7 @@ TEST_F(StressEvaluation, ChainsDeeperThanTheNestingLimitFail) {
     // A string literal inside an expression interpolates on the same budget.
     root->add("t", numeric("size('${s10000}')"));
     EXPECT_EQ(error_kind(root["t"]->evaluate()), ERR_EXPRESSION);
-}
 
-TEST_F(StressEvaluation, MixedChainsShareOneNestingBudget) {
     // Numeric expressions, interpolated strings and user functions take
     // turns, so that no single kind of step is ever deep on its own.
     root->add("twice", function("argv[0] * 2"));

@@ -71,7 +71,7 @@ TEST(StressTree, DeepChainIsReleasedCopiedComparedAndPrinted) {
     copy.reset(); // both releases are iterative: no stack overflow
 }
 
-TEST(StressTree, BuildingTopDownDoesNotWalkEveryAncestor) {
+TEST(StressTree, BuildingTopDownWalksNoAncestorsAndTheKeyCacheStaysBounded) {
     // Each add puts a new map under the deepest one. With a lock anywhere in
     // the process, is_locked() must still answer for the chain.
     vorParameterPtr top(new vorParameterMap());
@@ -90,9 +90,7 @@ TEST(StressTree, BuildingTopDownDoesNotWalkEveryAncestor) {
     top->lock(0);
     EXPECT_FALSE(bottom->is_locked());
     EXPECT_FALSE(bottom->add("n", vorParameterPtr(new vorParameterMap()))->is_error());
-}
 
-TEST(StressTree, DistinctNamesDoNotGrowTheKeyCacheForever) {
     // A million distinct names, each used once: the cache drops the records
     // no key holds. Keys alive meanwhile keep their shared record.
     vorParameterKey kept("kept_name");
