@@ -12,7 +12,7 @@ void remember(vorParameter* p) {
 
 } // namespace
 
-TEST(Active, FollowsWhatItReadAndLocksNeedIt) {
+TEST(Active, FollowsWhatItReadsLocksNeedItAndChangesNotify) {
     vorParameterPtr root(new vorParameterRoot("machining"));
     vorParameterPtr depth = root->add("Depth", real(2));
     vorParameterPtr finish = root->add("finish", real(1));
@@ -43,10 +43,7 @@ TEST(Active, FollowsWhatItReadAndLocksNeedIt) {
         value->set_double(5);
     }
     EXPECT_EQ(value->get_double(), 5);
-}
 
-TEST(Active, NonNumericResultsInactiveParentsAndOnModifyFunctions) {
-    vorParameterPtr root(new vorParameterRoot("machining"));
     vorParameterPtr group = root->add("group", vorParameterPtr(new vorParameterMap()));
     vorParameterPtr member = group->add("member", real(1));
     group->set_active("'yes'");

@@ -36,7 +36,7 @@ Keys keys(vorParameterIter it) {
 
 } // namespace
 
-TEST(Iteration, VisitsDepthFirstWithKeysRelativeToTheStart) {
+TEST(Iteration, VisitsDepthFirstWithRelativeKeysDepthLimitAndFilters) {
     Tree t;
     const Keys all = {"tool",         "tool.diameter", "tool.flutes",  "list", "list[0]",
                       "list[0].name", "list[1]",       "list[1].name", "depth"};
@@ -60,10 +60,7 @@ TEST(Iteration, VisitsDepthFirstWithKeysRelativeToTheStart) {
 
     for (vorParameterPtr start : {t.depth, map(), vorParameterPtr()})
         EXPECT_TRUE(keys(vorParameterIter(start)).empty());
-}
 
-TEST(Iteration, DepthLimitAndFilters) {
-    Tree t;
     vorParameterIter limited(t.root);
     limited.set_max_depth(2);
     EXPECT_EQ(keys(limited), (Keys{"tool", "tool.diameter", "tool.flutes", "list", "list[0]",
@@ -147,7 +144,7 @@ TEST(Iteration, ChangesDuringTheWalkTakeEachContainerAsEntered) {
     EXPECT_EQ(keys(held), (Keys{"[0].name", "[1]", "[1].name"}));
 }
 
-TEST(Iteration, OneLevelIteratorsAndDisplayNames) {
+TEST(Iteration, OneLevelIteratorsDisplayNamesAndTheDocumentedExample) {
     Tree t;
     std::unique_ptr<vorBaseParIter> members(vorBaseParIter::create(t.list));
     EXPECT_TRUE(members->undefined());
@@ -167,20 +164,16 @@ TEST(Iteration, OneLevelIteratorsAndDisplayNames) {
     f->set_name("");
     EXPECT_EQ(vorParameter::get_name(*f, 0), "f");
     EXPECT_EQ(vorParameter::get_name(*t.second, 1), "machining.list[1]");
-}
 
-TEST(Iteration, TheDocumentedExampleRuns) {
     // The example of docs/parameters.md, "Iterating a tree".
     vorParameterPtr root(new vorParameterRoot("machining"));
-    vorParameterPtr tool = root->add("tool", vorParameterPtr(new vorParameterMap()));
-    tool->add("diameter", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 6)));
+    vorParameterPtr tool = root->add("tool", map());
+    tool->add("diameter", real(6, DIM_LENGTH));
     tool->add("name", vorParameterPtr(new vorParameterString("End mill")));
     vorParameterPtr passes = root->add("passes", vorParameterPtr(new vorParameterArray()));
-    passes->add(vorParameterKey(),
-                vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 1)));
-    passes->add(vorParameterKey(),
-                vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 2)));
-    root->add("cutter", vorParameterPtr(new vorParameterRef("tool")));
+    passes->add(vorParameterKey(), real(1, DIM_LENGTH));
+    passes->add(vorParameterKey(), real(2, DIM_LENGTH));
+    root->add("cutter", reference("tool"));
 
     std::ostringstream out;
     vorParameterIter it(root);
