@@ -13,7 +13,7 @@ const vorParameterFunction& as_function(const vorParameterPtr& p) {
 
 } // namespace
 
-TEST(UserFunction, BindsArgvForTheCallOnlyAlsoNestedOrEndless) {
+TEST(UserFunction, UserAndMemberFunctions) {
     vorParameterPtr root = example_tree();
     vorParameterPtr f =
         root->add("f", vorParameterPtr(new vorParameterFunction("argv[0] + argv[1]")));
@@ -47,9 +47,8 @@ TEST(UserFunction, BindsArgvForTheCallOnlyAlsoNestedOrEndless) {
     vorParameterPtr result = eval(root, "endless(1)");
     EXPECT_TRUE(result->is_error()) << "stops at the nesting limit instead of the stack's end";
     EXPECT_EQ(eval(root, "hypot(3; 4)")->get_double(), 5.0) << "and leaves no state behind";
-}
 
-TEST(MemberFunction, CallsItsNativeOperation) {
+    // A member function calls its native operation.
     vorParameterMemberFunction unbound(nullptr);
     EXPECT_EQ(unbound.subtype(), SUB_MEMBER_FUNCTION);
     EXPECT_EQ(unbound.operate_binary("(", arguments({}))->subtype(), ERR_DOMAIN);
@@ -58,7 +57,6 @@ TEST(MemberFunction, CallsItsNativeOperation) {
         new vorParameterMemberFunction([](const vorParameter& self, const vorParameterPtr& args) {
             return number(args->size() + (self.get_name() == "count" ? 100 : 0));
         }));
-    vorParameterPtr root = example_tree();
     root->add("count", count);
     EXPECT_EQ(eval(root, "count(1; 2; 3)")->get_double(), 103.0);
     EXPECT_EQ(count.copy()->operate_binary("(", arguments({}))->get_double(), 100.0);

@@ -84,7 +84,7 @@ TEST(LibString, PositionsAreCutArgumentsCheckedAndHugeResultsRefused) {
         ERR_DOMAIN);
 }
 
-TEST(LibString, StripNewLinesAndPathsOfEveryShape) {
+TEST(LibString, StripNewLinesPathsOfEveryShapeAndMapKeys) {
     EXPECT_EQ(call(vorParameterLibFunctions::strip_new_lines, {text("a\r\nb\nc\r")})->get_string(),
               "abc");
     const struct {
@@ -96,9 +96,7 @@ TEST(LibString, StripNewLinesAndPathsOfEveryShape) {
         EXPECT_EQ(call(vorParameterLib::basename, {text(p.path)})->get_string(), p.base) << p.path;
         EXPECT_EQ(call(vorParameterLib::dirname, {text(p.path)})->get_string(), p.dir) << p.path;
     }
-}
 
-TEST(LibString, MapKeyAlwaysGivesOneNameKey) {
     for (const std::string& s :
          {std::string(""), std::string("-1"), std::string("7abc"), std::string("a.b[2]"),
           std::string("$x"), std::string("  "), std::string("é-ü"), std::string("\xFF\x80"),

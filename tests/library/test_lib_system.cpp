@@ -106,7 +106,7 @@ TEST(LibSystem, ListsAndTestsTheEntriesOfADirectory) {
     EXPECT_EQ(call(vorParameterLibFunctions::file_exists, dir / "a.txt")->get_int(), 1);
 }
 
-TEST(LibSystem, HostSettingsAndTimeObjectsInUtcAndLocalZones) {
+TEST(LibSystem, HostSettingsTimeObjectsAndSequences) {
     vorParameterPtr root(new vorParameterLibRoot());
     {
         ScopedEnv unset("HOME", nullptr);
@@ -139,10 +139,7 @@ TEST(LibSystem, HostSettingsAndTimeObjectsInUtcAndLocalZones) {
               "1969-12-31 19 3");
     setenv("TZ", "UTC0", 1);
     EXPECT_EQ(eval(root, "local_time(2^31).hour")->get_int(), 3) << "TZ is read at each call";
-}
 
-TEST(LibSequence, CountsInPlaceAndRefusesLockedOrMalformedSequences) {
-    vorParameterPtr root(new vorParameterLibRoot());
     vorParameterPtr seq = root->add("seq", eval(root, "make_sequence(-1; -2)"));
     EXPECT_EQ(eval(root, "next_in_sequence(seq) + next_in_sequence(seq)")->get_string(), "-1-3");
     seq->lock(1);

@@ -31,7 +31,7 @@ vorParameterPtr twice(const vorParameterPtr&) {
 
 } // namespace
 
-TEST(LibTable, HoldsEveryDocumentedNameWithItsExactDescription) {
+TEST(LibTable, HoldsEveryDocumentedNameAndAnswersWithFunctionObjects) {
     vorParameterLib library;
     const auto documented = documented_functions();
     ASSERT_EQ(documented.size(), 94u);
@@ -57,10 +57,7 @@ TEST(LibTable, HoldsEveryDocumentedNameWithItsExactDescription) {
     vorParameterLib later; // a further library object keeps the replacement
     EXPECT_EQ(library["sign"]->operate_binary("(", arguments({}))->get_double(), 2.0);
     vorParameterLib::add_entry("sign", sign.fn, sign.desc);
-}
 
-TEST(LibTable, LibraryFunctionObjectsAndTheArgumentDecoder) {
-    vorParameterLib library;
     EXPECT_EQ(library.subtype(), SUB_LIBRARY);
     EXPECT_EQ(library.type(), TYPE_FUNCTION);
     EXPECT_EQ(library.print(0), "(STANDARD FUNCTION LIBRARY)\n");

@@ -220,17 +220,14 @@ TEST(FileFormatDocs, ExampleFilesLeaveTheTreeAsThePageSays) {
     }
 }
 
-TEST(FileFormatDocs, IncludingAMapUnderExcludeAllSavesItEmpty) {
+TEST(FileFormatDocs, ExcludeAllAndTypeWordsAsThePageSays) {
     MachiningRoot root;
     vorParameterSerializer serializer;
     serializer.set_exclude_all(1);
     serializer.include_pars().insert("tool");
     const std::string text = save_text(root, serializer);
     EXPECT_EQ(text.substr(text.find("}\n{")), "}\n{\n\t\"tool\" : {\n\t}\n}");
-}
 
-TEST(FileFormatDocs, TypeWordsReadBackAsThePageSays) {
-    vorParameterSerializer serializer;
     vorParameterPtr velocity = vorParameterSerializer::get_par_from_type("RL/TT", "");
     EXPECT_EQ(velocity->subtype(), SUB_REAL);
     EXPECT_EQ(serializer.get_type_from_par(*velocity), "R[L/TT]");

@@ -88,7 +88,7 @@ TEST(Text, CaseFoldingAndCodePointsOfEuropeanAndMalformedTexts) {
     EXPECT_FALSE(types.isalpha(99));
 }
 
-TEST(Text, UniqueIdsRoundTripThroughHex) {
+TEST(Text, UniqueIdsAndCompactStringsRoundTrip) {
     vorUniqueId id = vorUniqueId::generate();
     ASSERT_TRUE(id.is_valid());
     utString hex = id.hex_string();
@@ -102,9 +102,7 @@ TEST(Text, UniqueIdsRoundTripThroughHex) {
     ref.set_uid(id);
     EXPECT_TRUE(ref.is_valid());
     EXPECT_EQ(ref.get_uid(), id);
-}
 
-TEST(Text, CompactStringsKeepEveryTextAcrossTheInlineLimit) {
     // Lengths around the fifteen bytes kept in place, an embedded zero byte
     // and a long text: each survives copy, move and assignment, and compares
     // and hashes like its utString twin.
