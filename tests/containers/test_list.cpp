@@ -31,7 +31,7 @@ TEST(List, LookupOnePastTheEndAppends) {
     // Expressions read through the const lookup, and a path continues into
     // the new element.
     vorParameterMap scope;
-    vorParameterPtr maps = scope.add("maps", list_of(vorParameterPtr(new vorParameterMap())));
+    vorParameterPtr maps = scope.add("maps", list_of(map()));
     EXPECT_EQ(vorEvaluator(&scope).evaluate("maps[0]")->type(), TYPE_MAP);
     EXPECT_EQ(maps["-1.x"]->subtype(), ERR_INVALID_NAME);
     EXPECT_EQ(maps->size(), 2);

@@ -116,7 +116,7 @@ TEST(Mirror, GeometryInThePlaneXEquals5) {
     vorParameterRoot top;
     top.add("outside", outside);
     top.add("root", root);
-    root->add("ref", with_mode(vorParameterPtr(new vorParameterRef("^outside")), MIRROR_NEGATE));
+    root->add("ref", with_mode(reference("^outside"), MIRROR_NEGATE));
 
     vorParameterUtils::mirror_parameters(root, giPoint3(5, 9, 9), giVector3(-3, 0, 0));
 

@@ -28,7 +28,7 @@ TEST(Utilities, StrippingDetachesTheRecordAndValidityEvaluatesNumbers) {
 
 TEST(Utilities, RemoveActiveExpressionsMakesTheWholeSubtreeActive) {
     vorParameterPtr root(new vorParameterMap());
-    vorParameterPtr inner = root->add("inner", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr inner = root->add("inner", map());
     inner->set_active("0");
     vorParameterPtr depth = inner->add("depth", numeric("2+3"));
     depth->set_active("depth > 100");

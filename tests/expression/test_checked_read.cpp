@@ -43,8 +43,7 @@ TEST(CheckedRead, NumbersReadAsGetDoubleAndFailuresReportTheirError) {
     vorParameterPtr clamped = t.add("clamped", "a * 10");
     static_cast<vorParameterNumeric*>(clamped.get())->set_range(vorRange(0, 5));
     EXPECT_EQ(vorReadDouble(clamped).value(), 5.0);
-    EXPECT_EQ(vorReadDouble(t.root.add("ref", vorParameterPtr(new vorParameterRef("a")))).value(),
-              4.0);
+    EXPECT_EQ(vorReadDouble(t.root.add("ref", reference("a"))).value(), 4.0);
 
     // Each failure reports the error that stood in its place.
     struct Failure {
@@ -58,10 +57,8 @@ TEST(CheckedRead, NumbersReadAsGetDoubleAndFailuresReportTheirError) {
         {t.add("empty", ""), ERR_TYPE, "Type error"},
         {t.root["nosuch"], ERR_INVALID_NAME, "Invalid name"},
         {t.root["name"], ERR_TYPE, "Type error"},
-        {t.root.add("bad_ref", vorParameterPtr(new vorParameterRef("div"))), ERR_DIVIDE_BY_ZERO,
-         "Divide by zero"},
-        {t.root.add("dangling", vorParameterPtr(new vorParameterRef("nosuch"))), ERR_EXPRESSION,
-         "Expression/Reference error"},
+        {t.root.add("bad_ref", reference("div")), ERR_DIVIDE_BY_ZERO, "Divide by zero"},
+        {t.root.add("dangling", reference("nosuch")), ERR_EXPRESSION, "Expression/Reference error"},
     };
     for (const Failure& c : failures) {
         vorCheckedDouble read = vorReadDouble(c.par);

@@ -12,7 +12,7 @@ protected:
         root->add("a", real(2));
         root->add("b", real(3));
         root->add("s", vorParameterPtr(new vorParameterString("abc")));
-        tool = root->add("tool", vorParameterPtr(new vorParameterMap()));
+        tool = root->add("tool", map());
         tool->add("diameter", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 6)));
     }
 

@@ -62,7 +62,7 @@ TEST(CompiledNames, FollowEveryChangeOfTheTree) {
     vorParameterLibRoot root("job");
     root.add("a", real(3));
     root.add("b", real(4));
-    vorParameterPtr inner = root.add("inner", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr inner = root.add("inner", map());
     vorParameterPtr x = inner->add("x", real(0));
     x->set_string("a*2+b + sqrt(b)");
     EXPECT_EQ(read(x), 12);
@@ -86,7 +86,7 @@ TEST(CompiledNames, FollowEveryChangeOfTheTree) {
 
     // References: the name stands for the reference, which follows its
     // target as it changes.
-    vorParameterPtr ref = root.add("r", vorParameterPtr(new vorParameterRef("a")));
+    vorParameterPtr ref = root.add("r", reference("a"));
     x->set_string("r * 10");
     EXPECT_EQ(read(x), 50);
     static_cast<vorParameterRef&>(*ref).set_ref_string("b");

@@ -32,7 +32,7 @@ vorParameterPtr lists_tree() {
     tools->add(vorParameterKey(), tool_map("T2", 10));
     tools->add(vorParameterKey(), tool_map("T3", 3));
     tools->add(vorParameterKey(), tool_map("T4", 10));
-    vorParameterPtr tool = root->add("tool", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr tool = root->add("tool", map());
     tool->set_typename("EndMill");
     tool->add("diameter", number(6, DIM_LENGTH));
     tool->add("flutes", number(4, DIM_NONE, SUB_INT));

@@ -148,7 +148,7 @@ TEST(LibSystem, HostSettingsTimeObjectsAndSequences) {
     seq->lock(0);
 
     // A sequence of the host's own making, at the end of its range.
-    vorParameterPtr own = root->add("own", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr own = root->add("own", map());
     for (const char* name : {"start", "increment", "padding", "count"})
         own->add(name, number(0, DIM_NONE, SUB_INT));
     own["count"]->set_int(2147483646);

@@ -120,7 +120,7 @@ TEST(LibRoot, ResolvesMembersAndBuiltInsBeforeFunctions) {
     EXPECT_EQ(eval(root, "job").get(), root.get()) << "the root's type name";
     EXPECT_EQ(eval(root, "roottype")->get_string(), "Job");
 
-    vorParameterPtr tool = root->add("tool", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr tool = root->add("tool", map());
     tool->add("d", number(9));
     EXPECT_EQ(eval(tool, "ROUND(sqrt(d) + depth; 0)")->get_double(), 21.0);
 

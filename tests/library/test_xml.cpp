@@ -69,8 +69,8 @@ vorParameterPtr every_class() {
     root->add("hypot", vorParameterPtr(new vorParameterFunction("sqrt(argv[0]^2)")));
     root->add("stock", vorParameterPtr(new vorParameterData("stock")));
     root->add("tool", map())->add("name", text("T1"));
-    root->add("cutter", vorParameterPtr(new vorParameterRef("tool")));
-    root->add("broken", vorParameterPtr(new vorParameterRef("nowhere")));
+    root->add("cutter", reference("tool"));
+    root->add("broken", reference("nowhere"));
     return root;
 }
 
@@ -134,8 +134,8 @@ TEST(Xml, ReferencesExpandOnceRoundACycle) {
     vorParameterPtr root(new vorParameterLibRoot("Job"));
     vorParameterPtr a = root->add("a", map());
     vorParameterPtr b = root->add("b", map());
-    a->add("to_b", vorParameterPtr(new vorParameterRef("b")));
-    b->add("to_a", vorParameterPtr(new vorParameterRef("a")));
+    a->add("to_b", reference("b"));
+    b->add("to_a", reference("a"));
     b->add("depth", number(3));
 
     ParsedXml parsed(xml_of(*a));
@@ -163,7 +163,7 @@ TEST(LibStateActive, ByIndexNameOrCurrentValue) {
     method->add_state("along_corner", "", "", "");
     method->set_string("offset");
     root->add("method", vorParameterPtr(method));
-    root->add("chosen", vorParameterPtr(new vorParameterRef("method")));
+    root->add("chosen", reference("method"));
 
     const auto active = [&](const char* call) { return eval(root, call)->get_string().str(); };
     EXPECT_EQ(active("state_active(method; 1)"), "1");

@@ -44,7 +44,7 @@ TEST(Active, FollowsWhatItReadsLocksNeedItAndChangesNotify) {
     }
     EXPECT_EQ(value->get_double(), 5);
 
-    vorParameterPtr group = root->add("group", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr group = root->add("group", map());
     vorParameterPtr member = group->add("member", real(1));
     group->set_active("'yes'");
     EXPECT_FALSE(group->is_active()) << "a string result is inactive";
@@ -64,7 +64,7 @@ TEST(Active, FollowsWhatItReadsLocksNeedItAndChangesNotify) {
     EXPECT_TRUE(b->is_active());
 
     // Changes call the nearest on-modify function.
-    vorParameterPtr tool = root->add("tool", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr tool = root->add("tool", map());
     vorParameterPtr diameter = tool->add("diameter", real(6));
     root->set_onmodify_callback(remember);
     g_notified = nullptr;

@@ -131,7 +131,7 @@ TEST(Root, SynonymsBuiltInNamesAndScoping) {
 
     vorParameterPtr scope(new vorParameterRoot("machining"));
     vorParameterPtr tolerance = scope->add("tolerance", number(0.01));
-    vorParameterPtr strategy = scope->add("strategy", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr strategy = scope->add("strategy", map());
     vorParameterPtr stepover = strategy->add("stepover", number(2));
     EXPECT_EQ(stepover->resolve("tolerance").get(), tolerance.get());
     EXPECT_EQ(stepover->resolve("")->subtype(), ERR_SYNTAX);

@@ -19,7 +19,7 @@ Names names_of(const vorMemberRange& range) {
 
 TEST(Members, MapMembersInOrderAndEmptyRangesForAnythingElse) {
     vorParameterRoot root("machining");
-    vorParameterPtr tool = root.add("tool", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr tool = root.add("tool", map());
     vorParameterPtr zeta = tool->add("Zeta", real(1));
     tool->add("alpha", real(2));
     tool->add("_hidden", real(3));
@@ -32,13 +32,13 @@ TEST(Members, MapMembersInOrderAndEmptyRangesForAnythingElse) {
     EXPECT_EQ(range.begin()->par, zeta) << "the handles are the members themselves";
     // A root on the stack, and a reference to the map, which is followed.
     EXPECT_EQ(names_of(vorMembers(root)), Names{"tool"});
-    root.add("holder", vorParameterPtr(new vorParameterRef("tool")));
+    root.add("holder", reference("tool"));
     EXPECT_EQ(names_of(vorMembers(root["holder"])), names_of(vorMembers(tool)));
 
     // Anything but the right container gives an empty range.
     vorParameterPtr list = root.add("list", vorParameterPtr(new vorParameterArray()));
     list->add(vorParameterKey(), real(1));
-    vorParameterPtr dangling = root.add("dangling", vorParameterPtr(new vorParameterRef("nosuch")));
+    vorParameterPtr dangling = root.add("dangling", reference("nosuch"));
 
     EXPECT_TRUE(vorMembers(list).empty());
     EXPECT_TRUE(vorElements(vorParameterPtr::share(&root)).empty());

@@ -20,7 +20,7 @@ struct Recorder : vorParameterProxyListener {
 TEST(Proxy, SendsEachChangeToTheListenersOfThatMoment) {
     vorParameterProxy& proxy = vorParameterProxy::instance();
     vorParameterRoot root("machining");
-    vorParameterPtr tool = root.add("tool", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr tool = root.add("tool", map());
     vorParameterPtr depth = tool->add("depth", real(1));
     tool->set_onmodify_callback(&vorParameterProxy::onmodify);
 
@@ -59,7 +59,7 @@ vorParameterPtr always_seven(const utString&, const vorParameter*) {
 TEST(Query, EvaluatesTextsThroughTheSettableFunction) {
     vorQueryParameter& query = vorQueryParameter::instance();
     vorParameterLibRoot root("machining");
-    vorParameterPtr tool = root.add("tool", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr tool = root.add("tool", map());
     tool->add("diameter", real(6));
     tool->add("name", vorParameterPtr(new vorParameterString("mill")));
 
@@ -82,7 +82,7 @@ TEST(Query, EvaluatesTextsThroughTheSettableFunction) {
 
 TEST(RootTables, ActiveExpressionsAndWhatDependsOnWhat) {
     vorParameterRoot root("machining");
-    vorParameterPtr tool = root.add("Tool", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr tool = root.add("Tool", map());
     tool->add("Diameter", real(6));
     root.add("Depth", real(2));
     root.add("finish", real(1))->set_active("Depth > 0 & Tool.Diameter < 10 & depth2 > x");

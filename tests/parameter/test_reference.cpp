@@ -8,7 +8,7 @@ namespace {
 /// root { tool { diameter: 6mm, depth: 2mm, name: "End mill" } }
 struct Tree {
     vorParameterPtr root{new vorParameterRoot("machining")};
-    vorParameterPtr tool = root->add("tool", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr tool = root->add("tool", map());
     vorParameterPtr diameter = tool->add("diameter", real(6));
     vorParameterPtr depth = tool->add("depth", real(2));
     vorParameterPtr name = tool->add("name", vorParameterPtr(new vorParameterString("End mill")));
@@ -62,8 +62,8 @@ TEST(Reference, ResolvesForwardsAndEndsCyclesInAnError) {
     EXPECT_EQ(vorParameterRef().subtype(), ERR_EXPRESSION) << "no text, no referent";
 
     // A cycle through maps ends in the marked print.
-    vorParameterPtr m1 = t.root->add("m1", vorParameterPtr(new vorParameterMap()));
-    vorParameterPtr m2 = t.root->add("m2", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr m1 = t.root->add("m1", map());
+    vorParameterPtr m2 = t.root->add("m2", map());
     m1->add("to", reference("m2"));
     m2->add("to", reference("m1"));
     EXPECT_NE(m1->print(0).find("(RECURSIVE REFERENCE!)"), utString::npos);
@@ -119,10 +119,9 @@ TEST(Reference, RequiredTypesRootTypesAndEntityDesignations) {
     vorParameterLibRoot host("machining");
     host.add("probe", vorParameterPtr(new vorParameterFunction("argv[0] + '/' + argv[1]")));
     host.add("entity", vorParameterPtr(new vorParameterFunction("probe(argv[0]; argv[1])")));
-    vorParameterPtr quoted =
-        host.add("quoted", vorParameterPtr(new vorParameterRef("curve:O'Neil")));
+    vorParameterPtr quoted = host.add("quoted", reference("curve:O'Neil"));
     EXPECT_EQ(quoted->get_string(), "curve/O'Neil") << "double quotes around a name with '";
-    vorParameterPtr plain = host.add("plain", vorParameterPtr(new vorParameterRef("curve:c1")));
+    vorParameterPtr plain = host.add("plain", reference("curve:c1"));
     EXPECT_EQ(plain->get_string(), "curve/c1");
 }
 

@@ -51,7 +51,7 @@ public:
         tool->add("library", vorParameterPtr(new vorParameterString("C:\\tools\\mills")));
         tool->add("diameter", length("6"));
         add("tool", tool);
-        add("holder", vorParameterPtr(new vorParameterRef("tool")));
+        add("holder", reference("tool"));
         vorParameterPtr passes(new vorParameterArray());
         for (const char* text : {"1", "2", "3"}) {
             vorParameterPtr pass(new vorParameterNumeric(SUB_INT, DIM_NONE, 0.0));

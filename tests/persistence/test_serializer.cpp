@@ -256,7 +256,7 @@ TEST(Serializer, SettingsChangeWhatIsWritten) {
     root.add("twice", numeric("a*2"));
     root.add("hidden", numeric("1"))->set_active("0");
     root.add("bad", numeric("nosuch"));
-    root.add("r", vorParameterPtr(new vorParameterRef("a")));
+    root.add("r", reference("a"));
     vorParameterSerializer serializer;
     serializer.set_compact_mode(1);
     EXPECT_EQ(saved_body(save(serializer, root)),

@@ -95,8 +95,7 @@ TEST(StressIteration, TreeChangedAndReleasedUnderTheWalk) {
         if (vorParameter* parent = node->parent()) {
             parent->remove(vorParameterKey(node->get_name()));
             parent->add(vorParameterKey("late" + std::to_string(steps)), real(0));
-            parent->add(vorParameterKey("later" + std::to_string(steps)),
-                        vorParameterPtr(new vorParameterMap()));
+            parent->add(vorParameterKey("later" + std::to_string(steps)), map());
         }
         if (steps == 200)
             node->remove_all();
@@ -115,7 +114,7 @@ TEST(StressIteration, ReferenceCyclesEndWithReferencesFollowed) {
         vorParameter* bottom = chain.get();
         while (!(*bottom)["m"]->is_error())
             bottom = (*bottom)["m"].get();
-        bottom->add("other", vorParameterPtr(new vorParameterRef(*name == 'a' ? "b" : "a")));
+        bottom->add("other", reference(*name == 'a' ? "b" : "a"));
     }
     vorParameterIter deep((*holder)["a"]);
     deep.set_follow_refs(1);

@@ -32,7 +32,7 @@ vorParameterSerialError load_open(const std::string& text, std::string* saved = 
 vorParameterSerialError load_into_host(const std::string& text) {
     vorParameterLibRoot root("job");
     root.add("a", vorParameterPtr(new vorParameterNumeric(SUB_REAL, vorDimensions(0, 0, 0), 0)));
-    root.add("m", vorParameterPtr(new vorParameterMap()));
+    root.add("m", map());
     std::istringstream in(text);
     vorParameterSerializer serializer;
     return serializer.load(root, in);
@@ -80,7 +80,7 @@ TEST(StressSerializer, HugeValuesKeysAndCountsAreBoundedAndDeepAndWideTreesSave)
     vorParameterRoot root("job");
     vorParameterPtr at(coPrfExtern(), &root);
     for (int i = 0; i < 100000; ++i)
-        at = at->add("n", vorParameterPtr(new vorParameterMap()));
+        at = at->add("n", map());
     std::ostringstream deep;
     vorParameterSerializer serializer;
     EXPECT_EQ(serializer.save(root, deep), SERIAL_SYNTAX_ERROR);

@@ -86,10 +86,10 @@ TEST(StressTree, BuildingTopDownWalksNoAncestorsAndTheKeyCacheStaysBounded) {
 
     top->lock(1);
     EXPECT_TRUE(bottom->is_locked());
-    EXPECT_TRUE(bottom->add("n", vorParameterPtr(new vorParameterMap()))->is_error());
+    EXPECT_TRUE(bottom->add("n", map())->is_error());
     top->lock(0);
     EXPECT_FALSE(bottom->is_locked());
-    EXPECT_FALSE(bottom->add("n", vorParameterPtr(new vorParameterMap()))->is_error());
+    EXPECT_FALSE(bottom->add("n", map())->is_error());
 
     // A million distinct names, each used once: the cache drops the records
     // no key holds. Keys alive meanwhile keep their shared record.

@@ -19,7 +19,7 @@ vorParameterPtr make_cyclic_chain() {
         vorParameterPtr x = map->add("x", real(i));
         x->set_active("x > 0");
         x->set_mirror_mode(MIRROR_NEGATE);
-        map->add("up", vorParameterPtr(new vorParameterRef("^^top")));
+        map->add("up", reference("^^top"));
         map = map->add("m", vorParameterPtr(new vorParameterMap()));
     }
     return top;

@@ -58,8 +58,8 @@ TEST(StressXml, MultiplyingReferencesAndHugeHostileValuesAreBounded) {
     for (int i = 0; i < 40; ++i) {
         vorParameterPtr level = root->add(vorParameterKey("m" + std::to_string(i)), map());
         const std::string next = "m" + std::to_string(i + 1);
-        level->add("a", vorParameterPtr(new vorParameterRef(next)));
-        level->add("b", vorParameterPtr(new vorParameterRef(next)));
+        level->add("a", reference(next));
+        level->add("b", reference(next));
     }
     root->add("m40", map())
         ->add("text", vorParameterPtr(new vorParameterString(std::string(4096, 'x'))));

@@ -14,11 +14,11 @@ inline vorParameterPtr documented_tree() {
     vorParameterPtr root(new vorParameterLibRoot("machining"));
     root->add("a", documented_number(SUB_REAL, DIM_NONE, 2));
     root->add("b", documented_number(SUB_REAL, DIM_NONE, 3));
-    vorParameterPtr tool = root->add("tool", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr tool = root->add("tool", map());
     tool->add("diameter", documented_number(SUB_REAL, DIM_LENGTH, 6));
     tool->add("flutes", documented_number(SUB_INT, DIM_NONE, 4));
     tool->add("name", vorParameterPtr(new vorParameterString("End mill")));
-    vorParameterPtr strategy = root->add("strategy", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr strategy = root->add("strategy", map());
     strategy->add("stepover", documented_number(SUB_REAL, DIM_LENGTH, 0))
         ->set_string("tool.diameter * 0.5");
     strategy->add("tolerance", documented_number(SUB_REAL, DIM_LENGTH, 0.01));

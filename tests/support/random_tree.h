@@ -87,7 +87,7 @@ private:
             for (int n = pick(0, 4); n > 0; --n) {
                 vorParameterPtr element = vorParameterPtr(new vorParameterString(text_value()));
                 if (pick(0, 3) == 0) {
-                    element = vorParameterPtr(new vorParameterMap());
+                    element = map();
                     fill(*element, depth + 1);
                 }
                 array->add(vorParameterKey(), element);

@@ -58,7 +58,7 @@ vorParameterPtr sample_tree() {
     vorParameterPtr show(new vorParameterString("on"));
     show->set_active("depth > 0");
     root->add("show", show);
-    root->add("cutter", vorParameterPtr(new vorParameterRef("a")));
+    root->add("cutter", reference("a"));
     return root;
 }
 
