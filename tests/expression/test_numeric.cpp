@@ -80,18 +80,6 @@ TEST(Numeric, ComputedNumbersWriteTheirTextForTheFirstReader) {
     EXPECT_EQ(as_numeric(copy).get_value(), sum);
 }
 
-TEST(Numeric, IntegerReadingRoundsHalfAwayFromZeroAndSaturates) {
-    vorParameterNumeric n(SUB_INT, DIM_NONE, 0);
-    const double values[] = {2.5, -2.5, 2.49, -0.4, 1e300, -1e300};
-    const int expected[] = {3, -3, 2, 0, INT_MAX, INT_MIN};
-    for (int i = 0; i < 6; ++i) {
-        n.set_double(values[i]);
-        EXPECT_EQ(n.get_int(), expected[i]) << values[i];
-    }
-    n.set_int(-7);
-    EXPECT_EQ(n.get_value(), "-7");
-}
-
 TEST(Numeric, RangeClampsReadsIsIgnoredWhenMalformedAndCopiesKeepTheirOwn) {
     vorParameterNumeric n(SUB_REAL, DIM_NONE, 12);
     n.set_range(vorRange(1, 10));
@@ -128,7 +116,7 @@ TEST(Numeric, RangeClampsReadsIsIgnoredWhenMalformedAndCopiesKeepTheirOwn) {
     EXPECT_EQ(vorParameterNumeric(SUB_REAL, DIM_NONE, 1).get_range().low(), vorRange::no_bound);
 }
 
-TEST(Numeric, SettersHonourTheLockAndNotify) {
+TEST(Numeric, SettersHonourTheLockAndNotifyAndIntegersRoundAndSaturate) {
     vorParameterNumeric n(SUB_REAL, DIM_NONE, 1);
     n.set_onmodify_callback(count_modification);
     modifications = 0;
@@ -147,6 +135,17 @@ TEST(Numeric, SettersHonourTheLockAndNotify) {
         n.set_normalized_value(typed[i]);
         EXPECT_EQ(n.get_value(), stored[i]);
     }
+
+    // Integer reads round half away from zero and saturate.
+    vorParameterNumeric whole(SUB_INT, DIM_NONE, 0);
+    const double values[] = {2.5, -2.5, 2.49, -0.4, 1e300, -1e300};
+    const int expected[] = {3, -3, 2, 0, INT_MAX, INT_MIN};
+    for (int i = 0; i < 6; ++i) {
+        whole.set_double(values[i]);
+        EXPECT_EQ(whole.get_int(), expected[i]) << values[i];
+    }
+    whole.set_int(-7);
+    EXPECT_EQ(whole.get_value(), "-7");
 }
 
 TEST(Numeric, ExpressionsFollowTheParametersTheyName) {
@@ -178,7 +177,7 @@ TEST(Numeric, ExpressionsFollowTheParametersTheyName) {
     EXPECT_EQ(b->get_double(), 0.0);
 }
 
-TEST(Numeric, ResultSubtypes) {
+TEST(Numeric, ResultSubtypesDimensionsAndUnits) {
     const vorParameterSubType N = SUB_NUMBER, I = SUB_INT, R = SUB_REAL, A = SUB_ANGLE,
                               B = SUB_BOOL;
     struct Case {
@@ -196,11 +195,33 @@ TEST(Numeric, ResultSubtypes) {
     EXPECT_EQ(number(I, 7)->operate_binary("/", number(I, 2))->get_double(), 3.5);
     EXPECT_EQ(number(B, 1)->operate_prefix("-")->subtype(), I);
     EXPECT_EQ(number(A, 1)->operate_prefix("-")->subtype(), A);
+
+    vorParameterPtr length = number(SUB_REAL, 2, DIM_LENGTH);
+    vorParameterPtr time = number(SUB_REAL, 3, DIM_TIME);
+    vorParameterPtr sum = length->operate_binary("+", time);
+    ASSERT_FALSE(sum->is_error());
+    EXPECT_EQ(as_numeric(sum).get_dim().invalid(), 1);
+    EXPECT_EQ(as_numeric(length->operate_binary("*", length)).get_dim(), DIM_AREA);
+    EXPECT_EQ(as_numeric(length->operate_binary("/", time)).get_dim(), DIM_VELOCITY);
+    EXPECT_EQ(as_numeric(length->operate_binary("^", number(SUB_NUMBER, 3.9))).get_dim(),
+              DIM_VOLUME);
+    EXPECT_TRUE(length->operate_postfix("mm")->is_error());
+
+    vorParameterPtr area = eval("2mm in");
+    EXPECT_EQ(as_numeric(area).get_dim(), DIM_AREA);
+    EXPECT_DOUBLE_EQ(area->get_double(), 2 * 25.4);
+    EXPECT_EQ(as_numeric(eval("(2*3)mm")).get_dim(), DIM_LENGTH);
+    ASSERT_TRUE(vorUnitsUtils::set_units(UNITS_INCH));
+    EXPECT_EQ(eval("1in")->get_double(), 1.0);
+    EXPECT_DOUBLE_EQ(eval("254mm")->get_double(), 10.0);
+    EXPECT_DOUBLE_EQ(eval("3th")->get_double(), 0.003);
+    vorUnitsUtils::set_units(UNITS_MM);
+    EXPECT_DOUBLE_EQ(eval("1.5m")->get_double(), 1500.0);
 }
 
 // The examples of docs/expressions.md check the errors of division by zero,
 // "(-8)^(1/3)", overflow, "2!" and "0.5 & 1", and "(-8)^3" and "1 + \"x\"".
-TEST(Numeric, OperatorErrorsAreValues) {
+TEST(Numeric, OperatorErrorsAreValuesAndComparisonsUseTheTolerance) {
     const struct {
         const char* text;
         vorParameterSubType kind;
@@ -229,41 +250,16 @@ TEST(Numeric, OperatorErrorsAreValues) {
     EXPECT_EQ(one->operate_binary("+", error), error);
     EXPECT_EQ(one->operate_prefix("~")->subtype(), ERR_TYPE);
     EXPECT_EQ(one->operate_postfix("km")->subtype(), ERR_TYPE);
-}
 
-TEST(Numeric, DimensionsAndUnits) {
-    vorParameterPtr length = number(SUB_REAL, 2, DIM_LENGTH);
-    vorParameterPtr time = number(SUB_REAL, 3, DIM_TIME);
-    vorParameterPtr sum = length->operate_binary("+", time);
-    ASSERT_FALSE(sum->is_error());
-    EXPECT_EQ(as_numeric(sum).get_dim().invalid(), 1);
-    EXPECT_EQ(as_numeric(length->operate_binary("*", length)).get_dim(), DIM_AREA);
-    EXPECT_EQ(as_numeric(length->operate_binary("/", time)).get_dim(), DIM_VELOCITY);
-    EXPECT_EQ(as_numeric(length->operate_binary("^", number(SUB_NUMBER, 3.9))).get_dim(),
-              DIM_VOLUME);
-    EXPECT_TRUE(length->operate_postfix("mm")->is_error());
-
-    vorParameterPtr area = eval("2mm in");
-    EXPECT_EQ(as_numeric(area).get_dim(), DIM_AREA);
-    EXPECT_DOUBLE_EQ(area->get_double(), 2 * 25.4);
-    EXPECT_EQ(as_numeric(eval("(2*3)mm")).get_dim(), DIM_LENGTH);
-    ASSERT_TRUE(vorUnitsUtils::set_units(UNITS_INCH));
-    EXPECT_EQ(eval("1in")->get_double(), 1.0);
-    EXPECT_DOUBLE_EQ(eval("254mm")->get_double(), 10.0);
-    EXPECT_DOUBLE_EQ(eval("3th")->get_double(), 0.003);
-    vorUnitsUtils::set_units(UNITS_MM);
-    EXPECT_DOUBLE_EQ(eval("1.5m")->get_double(), 1500.0);
-}
-
-TEST(Numeric, ComparisonsUseTheTolerance) {
+    // Comparisons use the tolerance.
     ASSERT_EQ(giKernelResources::point_tolerance(), 1e-6);
     const struct {
         const char* text;
         int truth;
-    } cases[] = {{"1 == 1.0000001", 1}, {"1 != 1.0000001", 0}, {"1 < 1.0000001", 0},
-                 {"1 <= 1.0000001", 1}, {"1.0000001 > 1", 0},  {"1 >= 1.0000001", 1},
-                 {"1 < 1.1", 1},        {"2 > 1", 1},          {"1 == 1.1", 0}};
-    for (const auto& c : cases) {
+    } comparisons[] = {{"1 == 1.0000001", 1}, {"1 != 1.0000001", 0}, {"1 < 1.0000001", 0},
+                       {"1 <= 1.0000001", 1}, {"1.0000001 > 1", 0},  {"1 >= 1.0000001", 1},
+                       {"1 < 1.1", 1},        {"2 > 1", 1},          {"1 == 1.1", 0}};
+    for (const auto& c : comparisons) {
         vorParameterPtr result = eval(c.text);
         EXPECT_EQ(result->subtype(), SUB_BOOL) << c.text;
         EXPECT_EQ(result->get_int(), c.truth) << c.text;
