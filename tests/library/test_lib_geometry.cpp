@@ -78,7 +78,7 @@ TEST_F(LibGeometry, ResultsKindsSignsExtremesAndBadArguments) {
         EXPECT_EQ(eval(zero)->subtype(), ERR_DOMAIN) << zero;
 }
 
-TEST_F(LibGeometry, SetVectorAndSetPointWriteIntoTheTree) {
+TEST_F(LibGeometry, SetVectorAndSetPointWriteIntoTheTreeAndAnglesFollowTheUnit) {
     EXPECT_EQ(eval("set_vector(axis; 0; 0; 1)").get(), axis.get());
     EXPECT_EQ(value("axis.z"), 1.0);
     eval("set_point(axis; {1; 2; 3})");
@@ -98,9 +98,7 @@ TEST_F(LibGeometry, SetVectorAndSetPointWriteIntoTheTree) {
           "set_vector(axis; 1; 2; 3; 4)", "set_vector(axis)", "set_point(axis; {1; 2})",
           "set_point(axis; 1; 'a'; 3)"})
         EXPECT_EQ(eval(bad)->subtype(), ERR_INVALID_ARGUMENTS) << bad;
-}
 
-TEST_F(LibGeometry, AnglesFollowTheLibraryAngleUnit) {
     vorParameterLib::set_angle_unit(GI_RADIANS);
     EXPECT_NEAR(value("angle({1; 0; 0}; {0; 1; 0})"), pi / 2, 1e-15);
     EXPECT_NEAR(value("azimuth({0; -1; 0})"), 3 * pi / 2, 1e-15);

@@ -96,7 +96,7 @@ TEST(LibNumeric, AggregatesConversionsAndRounding) {
     EXPECT_EQ(eval(tree, "round(-1e300; 2)")->get_double(), -1e300);
 }
 
-TEST(LibNumeric, ParametersAsArguments) {
+TEST(LibNumeric, ParametersAsArgumentsAndConvertInTheGivenUnit) {
     vorParameterPtr tree = example_tree();
     EXPECT_EQ(eval(tree, "if(0; depth; feed)").get(), tree["feed"].get()) << "the argument itself";
     EXPECT_EQ(eval(tree, "select(1; 'a'; 2)")->subtype(), ERR_INVALID_ARGUMENTS);
@@ -122,10 +122,7 @@ TEST(LibNumeric, ParametersAsArguments) {
     EXPECT_NE(copies["[0]"].get(), tree["depth"].get()) << "copies, not the tree's nodes";
     EXPECT_EQ(copies["[0]"]->get_double(), 12.0);
     EXPECT_EQ(eval(tree, "size(get_func_args())")->get_int(), 0);
-}
 
-TEST(LibNumeric, ConvertMeasuresInTheGivenUnit) {
-    vorParameterPtr tree = example_tree();
     EXPECT_NEAR(eval(tree, "convert(depth * depth; ' IN ')")->get_double(), 144 / 645.16, 1e-15);
     EXPECT_EQ(eval(tree, "convert(depth; 'deg')")->subtype(), ERR_DIMENSIONS);
     EXPECT_EQ(eval(tree, "convert(depth; '!')")->subtype(), ERR_INVALID_ARGUMENTS);

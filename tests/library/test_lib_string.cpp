@@ -54,7 +54,7 @@ TEST(LibString, PositionsCountCharactersAndNeverSplitBytes) {
     EXPECT_EQ(shown(eval("tokens('xãyéz'; 'é')")), "{xãy; z}");
 }
 
-TEST(LibString, PositionsAreCutArgumentsCheckedAndHugeResultsRefused) {
+TEST(LibString, PositionsArgumentsSizesPathsAndMapKeys) {
     EXPECT_EQ(eval("substring('abc'; 2147483647; 2147483647)")->get_string(), "");
     EXPECT_EQ(eval("substring('abc'; -2147483648; 2147483647)")->get_string(), "");
     EXPECT_EQ(eval("substring('abc'; -1e300; 1e300)")->get_string(), "");
@@ -82,9 +82,7 @@ TEST(LibString, PositionsAreCutArgumentsCheckedAndHugeResultsRefused) {
     EXPECT_EQ(
         call(vorParameterLibFunctions::join, {list, text(std::string(1 << 16, '-'))})->subtype(),
         ERR_DOMAIN);
-}
 
-TEST(LibString, StripNewLinesPathsOfEveryShapeAndMapKeys) {
     EXPECT_EQ(call(vorParameterLibFunctions::strip_new_lines, {text("a\r\nb\nc\r")})->get_string(),
               "abc");
     const struct {

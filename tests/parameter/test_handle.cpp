@@ -46,29 +46,7 @@ TEST(Handle, EmptyHandlesEqualityAndOwners) {
     EXPECT_FALSE(view.unique());
 }
 
-TEST(Errors, AreSharedPerKindWithTranslatedMessages) {
-    vorParameterPtr e5 = vorParameterError::create(ERR_DIVIDE_BY_ZERO);
-    EXPECT_EQ(e5.get(), vorParameterError::create(5).get());
-    EXPECT_EQ(e5->get_string(), "#ERROR: Divide by zero");
-    EXPECT_EQ(e5->print(0), "(ERROR) Divide by zero\n");
-    EXPECT_FALSE(e5->is_valid());
-    EXPECT_TRUE(e5->is_active());
-    e5->set_double(3.0);
-    EXPECT_EQ(e5->get_double(), 0.0);
-
-    vorParameterPtr e12 = vorParameterError::create(12);
-    EXPECT_EQ(e12->subtype(), ERR_UNKNOWN);
-    EXPECT_EQ(e12->get_expr(), "Unknown error");
-    EXPECT_EQ(e12.get(), vorParameterError::create(99).get());
-    EXPECT_NE(e12.get(), vorParameterError::create(0).get());
-
-    vorParameterPtr fresh = e5->evaluate();
-    EXPECT_NE(fresh.get(), e5.get()) << "evaluate gives a copy, not the shared instance";
-    EXPECT_EQ(fresh->subtype(), ERR_DIVIDE_BY_ZERO);
-    EXPECT_FALSE(vorParameterError::valid_subtype(10));
-}
-
-TEST(Base, NeutralAnswersSharedRecordsAndDisplayNames) {
+TEST(Base, NeutralAnswersSharedErrorsRecordsAndDisplayNames) {
     vorParameterPtr s(new vorParameterString("abc"));
     s->set_name("label");
     vorParameterPtr clone = s.copy();
@@ -107,6 +85,27 @@ TEST(Base, NeutralAnswersSharedRecordsAndDisplayNames) {
 
     vorParameterPtr nameless(new vorParameterString("x"));
     EXPECT_EQ(vorParameter::get_name(*nameless, 1), "");
+
+    // Errors are shared per kind, with translated messages.
+    vorParameterPtr e5 = vorParameterError::create(ERR_DIVIDE_BY_ZERO);
+    EXPECT_EQ(e5.get(), vorParameterError::create(5).get());
+    EXPECT_EQ(e5->get_string(), "#ERROR: Divide by zero");
+    EXPECT_EQ(e5->print(0), "(ERROR) Divide by zero\n");
+    EXPECT_FALSE(e5->is_valid());
+    EXPECT_TRUE(e5->is_active());
+    e5->set_double(3.0);
+    EXPECT_EQ(e5->get_double(), 0.0);
+
+    vorParameterPtr e12 = vorParameterError::create(12);
+    EXPECT_EQ(e12->subtype(), ERR_UNKNOWN);
+    EXPECT_EQ(e12->get_expr(), "Unknown error");
+    EXPECT_EQ(e12.get(), vorParameterError::create(99).get());
+    EXPECT_NE(e12.get(), vorParameterError::create(0).get());
+
+    vorParameterPtr fresh = e5->evaluate();
+    EXPECT_NE(fresh.get(), e5.get()) << "evaluate gives a copy, not the shared instance";
+    EXPECT_EQ(fresh->subtype(), ERR_DIVIDE_BY_ZERO);
+    EXPECT_FALSE(vorParameterError::valid_subtype(10));
 }
 
 TEST(HandleThreads, SharedEmptyHandleIsReplacedOnceWithoutARace) {

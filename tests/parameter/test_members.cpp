@@ -52,7 +52,7 @@ TEST(Members, MapMembersInOrderAndEmptyRangesForAnythingElse) {
     EXPECT_TRUE(none.is_null()) << "looping over an empty handle leaves it empty";
 }
 
-TEST(Members, ElementsInIndexOrderWithLoadedEmptySlotsInPlace) {
+TEST(Members, ElementsInIndexOrderAndTheLoopBodyMayChangeOrReleaseTheContainer) {
     std::istringstream file("{\"type\" : \"job\", \"version\" : \"1\", \"time\" : \"0\"}\n"
                             "{\"passes\" : (\"1\", , \"3\")}\n");
     vorParameterSerialError error = SERIAL_OK;
@@ -68,9 +68,7 @@ TEST(Members, ElementsInIndexOrderWithLoadedEmptySlotsInPlace) {
     }
     EXPECT_EQ(texts, (Names{"1", "", "3"}));
     EXPECT_EQ(active, (std::vector<bool>{true, false, true}));
-}
 
-TEST(Members, TheLoopBodyMayChangeOrReleaseTheContainer) {
     vorParameterPtr tool(new vorParameterMap());
     for (const char* name : {"a", "b", "c"})
         tool->add(name, real(1));

@@ -101,7 +101,7 @@ TEST(Graph, EdgesAreWhatEachEvaluationRead) {
     EXPECT_EQ(shallow.edges.count({"a.b", "depth", "value"}), 1u);
 }
 
-TEST(Graph, PathDrawsTheSubtreeAndWhatItReads) {
+TEST(Graph, PathDrawsTheSubtreeAndLabelsAreQuotedAscii) {
     const vorParameterPtr root = sample_tree();
     const ParsedGraph graph = parse(graph_of((*root)[vorParameterKey("a")], "a"));
     // depth lies outside a but a.b reads it; x, y, show and cutter are left out.
@@ -110,9 +110,7 @@ TEST(Graph, PathDrawsTheSubtreeAndWhatItReads) {
 
     const ParsedGraph leaf = parse(graph_of((*root)[vorParameterKey("cutter")], "cutter"));
     EXPECT_EQ(leaf.paths, (std::vector<std::string>{"cutter", "a"}));
-}
 
-TEST(Graph, LabelsAreQuotedAsciiThatGraphvizReadsBack) {
     EXPECT_EQ(dot_quoted("plain"), "\"plain\"");
     EXPECT_EQ(dot_quoted("say \"hi\" C:\\cam"), R"("say \"hi\" C:\\cam")");
     EXPECT_EQ(dot_quoted("two\nlines"), R"("two\nlines")");
@@ -130,9 +128,9 @@ TEST(Graph, LabelsAreQuotedAsciiThatGraphvizReadsBack) {
     EXPECT_EQ(shortened("\xC3\xA9\xC3\xA9\xC3\xA9", 2), "\xC3\xA9\xC3\xA9...");
 
     // A value with every awkward character reaches the label escaped.
-    vorParameterPtr root(new vorParameterLibRoot("job"));
-    root->add("name", vorParameterPtr(new vorParameterString("\"q\"\\\n")));
-    const std::string dot = graph_of(root, "");
+    vorParameterPtr named(new vorParameterLibRoot("job"));
+    named->add("name", vorParameterPtr(new vorParameterString("\"q\"\\\n")));
+    const std::string dot = graph_of(named, "");
     EXPECT_NE(dot.find(R"x(label="name\n= \"\"q\"\\\n\" (text)")x"), std::string::npos) << dot;
 }
 
