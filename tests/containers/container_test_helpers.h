@@ -12,10 +12,6 @@ inline vorParameterPtr number(double v, vorParameterSubType kind = SUB_REAL) {
     return vorParameterPtr(new vorParameterNumeric(kind, vorDimensions(), v));
 }
 
-inline vorParameterPtr text(const char* s) {
-    return vorParameterPtr(new vorParameterString(s));
-}
-
 /// A plain array of the given numbers.
 inline vorParameterPtr array_of(std::initializer_list<double> values) {
     vorParameterPtr array(new vorParameterArray());

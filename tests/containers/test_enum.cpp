@@ -126,7 +126,7 @@ TEST(Enum, ConditionsAreEvaluatedInTheEnumerationsScope) {
 
 TEST(Enum, ExpressionValuesAreValidWhenTheyNameAState) {
     vorParameterPtr root(new vorParameterRoot("machining"));
-    vorParameterPtr choice = root->add("choice", vorParameterPtr(new vorParameterString("b")));
+    vorParameterPtr choice = root->add("choice", text("b"));
     vorParameterPtr e = root->add("e", enumeration("a|b"));
     e->set_string("${choice}");
     EXPECT_EQ(e->get_string(), "b");

@@ -22,7 +22,7 @@ TEST(Utilities, StrippingDetachesTheRecordAndValidityEvaluatesNumbers) {
     vorParameterPtr ranged = numeric("12");
     static_cast<vorParameterNumeric&>(*ranged).set_range(vorRange(0, 10));
     EXPECT_FALSE(vorParameterUtils::default_valid(*ranged));
-    EXPECT_TRUE(vorParameterUtils::default_valid(*vorParameterPtr(new vorParameterString("x"))));
+    EXPECT_TRUE(vorParameterUtils::default_valid(*text("x")));
     EXPECT_FALSE(vorParameterUtils::default_valid(*vorParameterPtr(new vorParameterData(""))));
 }
 

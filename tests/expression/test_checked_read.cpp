@@ -12,7 +12,7 @@ struct Tree {
     Tree() {
         add("a", "4");
         add("b", "0");
-        root.add("name", vorParameterPtr(new vorParameterString("mill")));
+        root.add("name", text("mill"));
     }
 
     vorParameterPtr add(const char* name, const char* text) {

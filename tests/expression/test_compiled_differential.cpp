@@ -165,15 +165,15 @@ private:
     void build_tree() {
         for (int i = 0; i < 6; ++i)
             m_root->add(("n" + std::to_string(i)).c_str(), numeric());
-        m_root->add("s0", vorParameterPtr(new vorParameterString("t${n1}")));
-        m_root->add("s1", vorParameterPtr(new vorParameterString("abc")));
+        m_root->add("s0", text("t${n1}"));
+        m_root->add("s1", text("abc"));
         m_root->add("r0", reference("n1"));
         m_root->add("f", vorParameterPtr(new vorParameterFunction("argv[0]*2")));
         m_root->add("g", vorParameterPtr(new vorParameterFunction("argv[0]+argv[1]")));
         vorParameterPtr tool = m_root->add("tool", map());
         tool->add("diameter", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 6)));
         vorParameterPtr list = m_root->add("list", vorParameterPtr(new vorParameterArray()));
-        list->add(vorParameterKey(), vorParameterPtr(new vorParameterString("first")));
+        list->add(vorParameterKey(), text("first"));
         list->add(vorParameterKey(), numeric());
         vorParameterPtr changing = m_root->add("volatile", numeric());
         changing->set_onread_callback(toggle_member);

@@ -11,7 +11,7 @@ protected:
         : root(new vorParameterRoot("machining")) {
         root->add("a", real(2));
         root->add("b", real(3));
-        root->add("s", vorParameterPtr(new vorParameterString("abc")));
+        root->add("s", text("abc"));
         tool = root->add("tool", map());
         tool->add("diameter", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 6)));
     }

@@ -13,8 +13,8 @@ void count_modification(vorParameter*) {
 
 TEST(String, InterpolationMakesAnExpressionAndShortFormsEndWithTheirNameRun) {
     vorParameterPtr root(new vorParameterRoot("machining"));
-    root->add("a", vorParameterPtr(new vorParameterString("abc")));
-    vorParameterPtr s = root->add("s", vorParameterPtr(new vorParameterString("${a}")));
+    root->add("a", text("abc"));
+    vorParameterPtr s = root->add("s", text("${a}"));
     EXPECT_TRUE(s->is_expr());
     EXPECT_EQ(s->get_string(), "abc");
     EXPECT_EQ(s->get_expr(), "${a}");
@@ -49,7 +49,7 @@ TEST(String, InterpolationMakesAnExpressionAndShortFormsEndWithTheirNameRun) {
     EXPECT_EQ(evaluator.interpolate_string("x $w) y"), "x [#ERROR: Syntax error]");
 
     // An expression must give a string: one that reads itself does not.
-    vorParameterPtr self = root->add("self", vorParameterPtr(new vorParameterString("${self}")));
+    vorParameterPtr self = root->add("self", text("${self}"));
     EXPECT_EQ(self->get_string(), "[#ERROR: Expression/Reference error]");
     EXPECT_FALSE(self->is_evaluating());
     EXPECT_EQ(vorParameterString("plain").evaluate()->get_string(), "plain");
@@ -75,7 +75,7 @@ TEST(String, SettersHonourTheLockAndDefaultsAndTextsCompareAndJoin) {
 
     auto compare = [](const char* a, const char* op, const char* b) {
         vorParameterPtr lhs(new vorParameterString(a));
-        return lhs->operate_binary(op, vorParameterPtr(new vorParameterString(b)))->get_int();
+        return lhs->operate_binary(op, text(b))->get_int();
     };
     EXPECT_EQ(compare("abc", "<=", "abd"), 1);
     EXPECT_EQ(compare("b", ">", "a"), 1);

@@ -12,10 +12,6 @@ inline vorParameterPtr number(double value, vorDimStandard dim = DIM_NONE,
     return vorParameterPtr(new vorParameterNumeric(kind, dim, value));
 }
 
-inline vorParameterPtr text(const char* value) {
-    return vorParameterPtr(new vorParameterString(value));
-}
-
 /// An argument list as the evaluator passes it.
 inline vorParameterPtr arguments(std::initializer_list<vorParameterPtr> values) {
     vorParameterPtr list(new vorParameterTempArray());

@@ -15,7 +15,7 @@ protected:
         vorParameterPtr length(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 0.0));
         axis = root->add("axis", vorParameterPtr(new vorParameterVector(3, length)));
         static_cast<vorParameterVector&>(*axis).set_access_type(VECTOR_ACCESS_XYZ);
-        root->add("name", vorParameterPtr(new vorParameterString("x")));
+        root->add("name", text("x"));
     }
     ~LibGeometry() override { vorParameterLib::set_angle_unit(GI_DEGREES); }
 

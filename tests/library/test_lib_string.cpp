@@ -20,9 +20,6 @@ vorParameterPtr call(vorParameterLibFn fn, std::initializer_list<vorParameterPtr
     return fn(list);
 }
 
-vorParameterPtr text(const std::string& s) {
-    return vorParameterPtr(new vorParameterString(s));
-}
 vorParameterPtr number(double v) {
     return vorParameterPtr(new vorParameterNumeric(SUB_NUMBER, DIM_NONE, v));
 }

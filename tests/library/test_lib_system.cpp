@@ -61,7 +61,7 @@ private:
 
 /// A call with an argument that expressions cannot spell (a NUL byte).
 vorParameterPtr call(vorParameterLibFn fn, const std::string& arg) {
-    return fn(arguments({vorParameterPtr(new vorParameterString(arg))}));
+    return fn(arguments({text(arg)}));
 }
 
 } // namespace

@@ -78,7 +78,7 @@ TEST(Base, NeutralAnswersSharedErrorsRecordsAndDisplayNames) {
     vorParameterPtr list = tool->add("list", vorParameterPtr(new vorParameterArray()));
     vorParameterPtr third;
     for (int i = 0; i < 3; ++i)
-        third = list->add(vorParameterKey(), vorParameterPtr(new vorParameterString("x")));
+        third = list->add(vorParameterKey(), text("x"));
     third->set_name("");
     EXPECT_EQ(vorParameter::get_name(*third, 1), "tool.list[2]");
     EXPECT_EQ(vorParameter::get_name(*third, 0), "[2]");

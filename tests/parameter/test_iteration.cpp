@@ -21,8 +21,8 @@ struct Tree {
     vorParameterPtr depth = root->add("depth", real(2));
 
     Tree() {
-        first->add("name", vorParameterPtr(new vorParameterString("first")));
-        second->add("name", vorParameterPtr(new vorParameterString("second")));
+        first->add("name", text("first"));
+        second->add("name", text("second"));
     }
 };
 
@@ -169,7 +169,7 @@ TEST(Iteration, OneLevelIteratorsDisplayNamesAndTheDocumentedExample) {
     vorParameterPtr root(new vorParameterRoot("machining"));
     vorParameterPtr tool = root->add("tool", map());
     tool->add("diameter", real(6, DIM_LENGTH));
-    tool->add("name", vorParameterPtr(new vorParameterString("End mill")));
+    tool->add("name", text("End mill"));
     vorParameterPtr passes = root->add("passes", vorParameterPtr(new vorParameterArray()));
     passes->add(vorParameterKey(), real(1, DIM_LENGTH));
     passes->add(vorParameterKey(), real(2, DIM_LENGTH));

@@ -7,9 +7,6 @@ namespace {
 vorParameterPtr number(double v) {
     return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, v));
 }
-vorParameterPtr text(const char* s) {
-    return vorParameterPtr(new vorParameterString(s));
-}
 
 } // namespace
 

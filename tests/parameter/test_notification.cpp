@@ -61,7 +61,7 @@ TEST(Query, EvaluatesTextsThroughTheSettableFunction) {
     vorParameterLibRoot root("machining");
     vorParameterPtr tool = root.add("tool", map());
     tool->add("diameter", real(6));
-    tool->add("name", vorParameterPtr(new vorParameterString("mill")));
+    tool->add("name", text("mill"));
 
     EXPECT_DOUBLE_EQ(query.get_double("2 * 3"), 6.0) << "no scope: literals work";
     EXPECT_TRUE(query.query("tool.diameter")->is_error());

@@ -11,7 +11,7 @@ struct Tree {
     vorParameterPtr tool = root->add("tool", map());
     vorParameterPtr diameter = tool->add("diameter", real(6));
     vorParameterPtr depth = tool->add("depth", real(2));
-    vorParameterPtr name = tool->add("name", vorParameterPtr(new vorParameterString("End mill")));
+    vorParameterPtr name = tool->add("name", text("End mill"));
 };
 
 } // namespace

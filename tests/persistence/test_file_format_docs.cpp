@@ -47,8 +47,8 @@ public:
         add("tolerance", length("0.01"));
         add("stepover", length("tool.diameter * 0.4"));
         vorParameterPtr tool(new vorParameterMap());
-        tool->add("name", vorParameterPtr(new vorParameterString("Flat \"6 mm\" mill")));
-        tool->add("library", vorParameterPtr(new vorParameterString("C:\\tools\\mills")));
+        tool->add("name", text("Flat \"6 mm\" mill"));
+        tool->add("library", text("C:\\tools\\mills"));
         tool->add("diameter", length("6"));
         add("tool", tool);
         add("holder", reference("tool"));

@@ -83,7 +83,5 @@ TEST(StressEnum, EmptyPiecesHugeTextsAndSelfReadingConditionsEnd) {
     // The value interpolates itself: the recursion guard answers.
     method->set_string("${method}");
     EXPECT_FALSE(method->is_valid());
-    EXPECT_TRUE(root.add("probe", vorParameterPtr(new vorParameterString("x")))
-                    ->operate_binary("==", handle)
-                    ->is_error());
+    EXPECT_TRUE(root.add("probe", text("x"))->operate_binary("==", handle)->is_error());
 }

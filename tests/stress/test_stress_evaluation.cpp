@@ -12,10 +12,6 @@ utString name(const char* prefix, int i) {
     return utString(prefix + std::to_string(i));
 }
 
-vorParameterPtr text(const utString& value) {
-    return vorParameterPtr(new vorParameterString(value));
-}
-
 vorParameterPtr function(const utString& body) {
     return vorParameterPtr(new vorParameterFunction(body));
 }

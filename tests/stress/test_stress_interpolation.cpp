@@ -18,7 +18,7 @@ class StressInterpolation : public ::testing::Test {
 protected:
     StressInterpolation()
         : root(new vorParameterRoot("machining")) {
-        root->add("a", vorParameterPtr(new vorParameterString("xyz")));
+        root->add("a", text("xyz"));
     }
 
     /// Expands `unit` repeated as often as fits, and expects `expansion`
@@ -70,7 +70,7 @@ TEST_F(StressInterpolation, TextsStopAtTheirLengthLimit) {
     EXPECT_NE(huge.view().rfind("[#ERROR: Domain error]"), std::string_view::npos);
 
     // Doubling a text with "+" reaches the limit after a few steps.
-    root->add("d0", vorParameterPtr(new vorParameterString("")))->set_string("${s}");
+    root->add("d0", text(""))->set_string("${s}");
     vorParameterPtr last;
     for (int i = 1; i <= 10; ++i) {
         const std::string previous = "d" + std::to_string(i - 1);

@@ -15,8 +15,7 @@ vorParameterPtr root_with_lists() {
     vorParameterPtr numbers =
         root->add("L", vorParameterPtr(new vorParameterList(vorParameterPtr(
                            new vorParameterNumeric(SUB_REAL, vorDimensions(), 0.0)))));
-    vorParameterPtr texts = root->add(
-        "S", vorParameterPtr(new vorParameterList(vorParameterPtr(new vorParameterString("")))));
+    vorParameterPtr texts = root->add("S", vorParameterPtr(new vorParameterList(text(""))));
     numbers->set_int(kItems);
     texts->set_int(kItems);
     auto& n = static_cast<vorParameterArray&>(*numbers);

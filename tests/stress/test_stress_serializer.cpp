@@ -87,7 +87,7 @@ TEST(StressSerializer, HugeValuesKeysAndCountsAreBoundedAndDeepAndWideTreesSave)
 
     vorParameterOpenRoot wide("job");
     for (int i = 0; i < 50000; ++i)
-        wide.add(utString("p" + std::to_string(i)), vorParameterPtr(new vorParameterString("1")));
+        wide.add(utString("p" + std::to_string(i)), text("1"));
     std::ostringstream out;
     ASSERT_EQ(serializer.save(wide, out), SERIAL_OK);
     std::string again;

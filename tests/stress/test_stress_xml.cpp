@@ -69,7 +69,7 @@ TEST(StressXml, MultiplyingReferencesAndHugeHostileValuesAreBounded) {
     std::string value;
     for (int i = 0; i < 1 << 20; ++i)
         value += "<&\x01\xFF\"";
-    const std::optional<utString> xml = to_xml(*vorParameterPtr(new vorParameterString(value)));
+    const std::optional<utString> xml = to_xml(*text(value));
     ASSERT_TRUE(xml);
     ParsedXml parsed(xml->str());
     ASSERT_NE(parsed.root(), nullptr);

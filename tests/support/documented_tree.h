@@ -17,7 +17,7 @@ inline vorParameterPtr documented_tree() {
     vorParameterPtr tool = root->add("tool", map());
     tool->add("diameter", documented_number(SUB_REAL, DIM_LENGTH, 6));
     tool->add("flutes", documented_number(SUB_INT, DIM_NONE, 4));
-    tool->add("name", vorParameterPtr(new vorParameterString("End mill")));
+    tool->add("name", text("End mill"));
     vorParameterPtr strategy = root->add("strategy", map());
     strategy->add("stepover", documented_number(SUB_REAL, DIM_LENGTH, 0))
         ->set_string("tool.diameter * 0.5");

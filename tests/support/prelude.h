@@ -27,6 +27,10 @@ inline vorParameterPtr numeric(const utString& text, vorParameterSubType kind = 
     return par;
 }
 
+inline vorParameterPtr text(const utString& value) {
+    return vorParameterPtr(new vorParameterString(value));
+}
+
 inline vorParameterPtr map() {
     return vorParameterPtr(new vorParameterMap());
 }

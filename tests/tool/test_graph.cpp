@@ -129,7 +129,7 @@ TEST(Graph, PathDrawsTheSubtreeAndLabelsAreQuotedAscii) {
 
     // A value with every awkward character reaches the label escaped.
     vorParameterPtr named(new vorParameterLibRoot("job"));
-    named->add("name", vorParameterPtr(new vorParameterString("\"q\"\\\n")));
+    named->add("name", text("\"q\"\\\n"));
     const std::string dot = graph_of(named, "");
     EXPECT_NE(dot.find(R"x(label="name\n= \"\"q\"\\\n\" (text)")x"), std::string::npos) << dot;
 }
