@@ -11,21 +11,12 @@
 
 namespace {
 
-int g_modified = 0;
-void count_modification(vorParameter*) {
-    ++g_modified;
-}
-
 utString shout(const utString& key) {
     return key.upcase();
 }
 
 vorParameterPtr enumeration(const char* states, const char* value = "") {
     return vorParameterPtr(new vorParameterEnum(states, value));
-}
-
-vorParameterPtr evaluate(const vorParameterPtr& scope, const char* expression) {
-    return vorEvaluator(scope.get()).evaluate(expression);
 }
 
 /// The tree of docs/enumerations.md: the documented tree with a strategy
@@ -181,7 +172,7 @@ TEST(Enum, TitlesCopiesResetAndLocks) {
     EXPECT_EQ(states.num_states(), 4);
     EXPECT_EQ(g_modified, 0);
     // A locked enumeration still compares.
-    EXPECT_EQ(evaluate(root, "strategy.method == 'plain'")->get_int(), 1);
+    EXPECT_EQ(eval(root, "strategy.method == 'plain'")->get_int(), 1);
 }
 
 TEST(Enum, ComparisonWithTextsInExpressionsAndActiveConditions) {
@@ -189,8 +180,8 @@ TEST(Enum, ComparisonWithTextsInExpressionsAndActiveConditions) {
     vorParameterPtr strategy = (*root)["strategy"];
     // The examples of docs/enumerations.md compare with names, old names,
     // misspellings, numbers and other enumerations; these add the sides swapped.
-    EXPECT_EQ(evaluate(strategy, "'raster' != method")->get_int(), 0);
-    EXPECT_EQ(evaluate(strategy, "0 == method")->subtype(), ERR_TYPE);
+    EXPECT_EQ(eval(strategy, "'raster' != method")->get_int(), 0);
+    EXPECT_EQ(eval(strategy, "0 == method")->subtype(), ERR_TYPE);
 
     vorParameterPtr stepdown = strategy->add(
         "stepdown", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 1)));

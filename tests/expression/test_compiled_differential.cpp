@@ -10,12 +10,6 @@
 
 namespace {
 
-int g_reads = 0;
-
-void count_read(const vorParameter*) {
-    ++g_reads;
-}
-
 // Reading "volatile" adds the member "extra" where it is missing and removes
 // it where it is present: the tree changes in the middle of an evaluation.
 vorParameter* g_root = nullptr;

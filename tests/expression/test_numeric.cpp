@@ -19,11 +19,6 @@ vorParameterPtr eval(const char* text) {
     return vorEvaluator(nullptr).evaluate(text);
 }
 
-int modifications = 0;
-void count_modification(vorParameter*) {
-    ++modifications;
-}
-
 } // namespace
 
 TEST(Numeric, LiteralsReadBackAndCacheUntilTheTextChanges) {
@@ -119,14 +114,14 @@ TEST(Numeric, RangeClampsReadsIsIgnoredWhenMalformedAndCopiesKeepTheirOwn) {
 TEST(Numeric, SettersHonourTheLockAndNotifyAndIntegersRoundAndSaturate) {
     vorParameterNumeric n(SUB_REAL, DIM_NONE, 1);
     n.set_onmodify_callback(count_modification);
-    modifications = 0;
+    g_modified = 0;
     n.set_double(2);
     n.set_int(3);
-    EXPECT_EQ(modifications, 2);
+    EXPECT_EQ(g_modified, 2);
     n.lock(1);
     n.set_double(4);
     EXPECT_EQ(n.get_double(), 3.0);
-    EXPECT_EQ(modifications, 2);
+    EXPECT_EQ(g_modified, 2);
     n.lock(0);
 
     const char* typed[] = {"- 007", "+.5", " 0,25 ", "-0", "a+1"};

@@ -38,11 +38,6 @@ public:
     mutable int m_reads = 0;
 };
 
-int g_reads = 0;
-void count_read(const vorParameter*) {
-    ++g_reads;
-}
-
 vorParameterPtr answer_42(const vorParameterPtr&) {
     return real(42);
 }

@@ -5,11 +5,6 @@
 
 namespace {
 
-int g_reads = 0;
-void count_read(const vorParameter*) {
-    ++g_reads;
-}
-
 utString level(int i) {
     return utString("n" + std::to_string(i));
 }

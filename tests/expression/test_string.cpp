@@ -2,15 +2,6 @@
 
 #include "../support/prelude.h"
 
-namespace {
-
-int g_modified = 0;
-void count_modification(vorParameter*) {
-    ++g_modified;
-}
-
-} // namespace
-
 TEST(String, InterpolationMakesAnExpressionAndShortFormsEndWithTheirNameRun) {
     vorParameterPtr root(new vorParameterRoot("machining"));
     root->add("a", text("abc"));

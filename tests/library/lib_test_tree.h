@@ -20,10 +20,6 @@ inline vorParameterPtr arguments(std::initializer_list<vorParameterPtr> values) 
     return list;
 }
 
-inline vorParameterPtr eval(const vorParameterPtr& scope, const char* expression) {
-    return vorEvaluator(scope.get()).evaluate(expression);
-}
-
 /// The tree of the documented examples (see docs/functions.md).
 inline vorParameterPtr example_tree() {
     vorParameterPtr root(new vorParameterLibRoot("Job"));

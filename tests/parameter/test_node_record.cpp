@@ -6,11 +6,6 @@
 
 namespace {
 
-int g_modified = 0;
-void count_modification(vorParameter*) {
-    ++g_modified;
-}
-
 vorParameterMirrorMode always_negate(const vorParameter*) {
     return MIRROR_NEGATE;
 }

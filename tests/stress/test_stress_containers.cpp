@@ -27,10 +27,6 @@ vorParameterPtr root_with_list(int size) {
     return root;
 }
 
-vorParameterPtr evaluate(const vorParameterPtr& root, const std::string& text) {
-    return vorEvaluator(root.get()).evaluate(utString(text.c_str()));
-}
-
 } // namespace
 
 TEST(StressContainers, ManyMembersAddedAndRemovedByNameKeepOrder) {
@@ -74,7 +70,7 @@ TEST(StressContainers, ManyMembersAddedAndRemovedByNameKeepOrder) {
 
 TEST(StressContainers, ConcatenationIsLinearAndNoWayOfGrowingPassesTheLimit) {
     vorParameterPtr root = root_with_list(kLimit / 2);
-    vorParameterPtr joined = evaluate(root, "L+L");
+    vorParameterPtr joined = eval(root, "L+L");
     ASSERT_FALSE(joined->is_error());
     ASSERT_EQ(joined->size(), kLimit);
     EXPECT_EQ(element(joined, kLimit / 2 - 1)->get_double(), kLimit / 2 - 1);
@@ -86,24 +82,24 @@ TEST(StressContainers, ConcatenationIsLinearAndNoWayOfGrowingPassesTheLimit) {
     std::string sum = "L";
     for (int i = 1; i < 200; ++i)
         sum += "+L";
-    vorParameterPtr total = evaluate(root, sum);
+    vorParameterPtr total = eval(root, sum);
     EXPECT_TRUE(total->is_error());
 
     vorParameterPtr full = root_with_list(kLimit + 5);
     vorParameterPtr list = full->operator[](vorParameterKey("L"));
     ASSERT_EQ(list->size(), kLimit);
 
-    EXPECT_TRUE(evaluate(full, "L+L")->is_error());
-    EXPECT_TRUE(evaluate(full, "L+{1}")->is_error());
-    EXPECT_TRUE(evaluate(full, "L[-1]")->is_error());
-    EXPECT_TRUE(evaluate(full, "L[" + std::to_string(kLimit) + "]")->is_error());
+    EXPECT_TRUE(eval(full, "L+L")->is_error());
+    EXPECT_TRUE(eval(full, "L+{1}")->is_error());
+    EXPECT_TRUE(eval(full, "L[-1]")->is_error());
+    EXPECT_TRUE(eval(full, "L[" + std::to_string(kLimit) + "]")->is_error());
     EXPECT_EQ(list->add(vorParameterKey(), real(1))->subtype(), ERR_UNKNOWN);
     EXPECT_EQ(list->add(vorParameterKey(0, utString()), real(1))->subtype(), ERR_UNKNOWN);
     EXPECT_EQ((*list)[vorParameterKey(-1, utString())]->subtype(), ERR_UNKNOWN);
     list->set_int(kLimit + 1);
     EXPECT_EQ(list->size(), kLimit);
     // Element-wise operators and copies stay at the size they were given.
-    EXPECT_EQ(evaluate(full, "-L")->size(), kLimit);
+    EXPECT_EQ(eval(full, "-L")->size(), kLimit);
     EXPECT_EQ(vorParameterPtr(list->create_new())->size(), kLimit);
 
     // A full list still shrinks and then grows again.

@@ -28,26 +28,22 @@ vorParameterPtr root_with_lists() {
     return root;
 }
 
-vorParameterPtr evaluate(const vorParameterPtr& root, const char* text) {
-    return vorEvaluator(root.get()).evaluate(text);
-}
-
 } // namespace
 
 TEST(StressLists, SortFilterDuplicatesAndSetsOfAMillionItems) {
     vorParameterPtr root = root_with_lists();
-    vorParameterPtr sorted = evaluate(root, "sort(L; '-this')");
+    vorParameterPtr sorted = eval(root, "sort(L; '-this')");
     ASSERT_EQ(sorted->size(), kItems);
     EXPECT_EQ(sorted["[0]"]->get_double(), 999);
     EXPECT_EQ(sorted["[999999]"]->get_double(), 0);
 
-    vorParameterPtr chosen = evaluate(root, "filter(L; 'this < 10')");
+    vorParameterPtr chosen = eval(root, "filter(L; 'this < 10')");
     EXPECT_EQ(chosen->size(), kItems / 100);
 
-    EXPECT_EQ(evaluate(root, "size(set_union(L; S))")->get_int(), 2000);
-    EXPECT_EQ(evaluate(root, "size(intersection(L; L))")->get_int(), 1000);
-    EXPECT_EQ(evaluate(root, "size(subtract(S; {'t1'}))")->get_int(), 999);
-    EXPECT_EQ(evaluate(root, "remove_duplicates(L)")->get_int(), kItems - 1000);
+    EXPECT_EQ(eval(root, "size(set_union(L; S))")->get_int(), 2000);
+    EXPECT_EQ(eval(root, "size(intersection(L; L))")->get_int(), 1000);
+    EXPECT_EQ(eval(root, "size(subtract(S; {'t1'}))")->get_int(), 999);
+    EXPECT_EQ(eval(root, "remove_duplicates(L)")->get_int(), kItems - 1000);
     EXPECT_EQ(root["L"]->size(), 1000);
-    EXPECT_EQ(evaluate(root, "remove_duplicates(S)")->get_int(), kItems - 1000);
+    EXPECT_EQ(eval(root, "remove_duplicates(S)")->get_int(), kItems - 1000);
 }

@@ -39,4 +39,22 @@ inline vorParameterPtr reference(const utString& target) {
     return vorParameterPtr(new vorParameterRef(target));
 }
 
+/// What the tests' on-read and on-modify functions count; each test sets
+/// the counter it reads to 0 first.
+inline int g_reads = 0;
+inline int g_modified = 0;
+
+inline void count_read(const vorParameter*) {
+    ++g_reads;
+}
+
+inline void count_modification(vorParameter*) {
+    ++g_modified;
+}
+
+/// What `expression` gives, evaluated in `scope`.
+inline vorParameterPtr eval(const vorParameterPtr& scope, const utString& expression) {
+    return vorEvaluator(scope.get()).evaluate(expression);
+}
+
 #endif // VORPARAMETER_TESTS_SUPPORT_PRELUDE_H
