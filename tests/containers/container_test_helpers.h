@@ -9,7 +9,7 @@
 namespace container_test {
 
 inline vorParameterPtr number(double v, vorParameterSubType kind = SUB_REAL) {
-    return vorParameterPtr(new vorParameterNumeric(kind, vorDimensions(), v));
+    return real(v, vorDimensions(), kind);
 }
 
 /// A plain array of the given numbers.

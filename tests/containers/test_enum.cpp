@@ -183,8 +183,7 @@ TEST(Enum, ComparisonWithTextsInExpressionsAndActiveConditions) {
     EXPECT_EQ(eval(strategy, "'raster' != method")->get_int(), 0);
     EXPECT_EQ(eval(strategy, "0 == method")->subtype(), ERR_TYPE);
 
-    vorParameterPtr stepdown = strategy->add(
-        "stepdown", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 1)));
+    vorParameterPtr stepdown = strategy->add("stepdown", real(1, DIM_LENGTH));
     stepdown->set_active("method == 'raster'");
     EXPECT_TRUE(stepdown->is_active());
     (*strategy)["method"]->set_string("offset");

@@ -14,7 +14,7 @@ vorParameterPtr with_mode(vorParameterPtr par, vorParameterMirrorMode mode) {
 }
 
 vorParameterPtr number(double v, vorParameterMirrorMode mode = MIRROR_NONE) {
-    return with_mode(vorParameterPtr(new vorParameterNumeric(SUB_ANGLE, vorDimensions(), v)), mode);
+    return with_mode(real(v, vorDimensions(), SUB_ANGLE), mode);
 }
 
 vorParameterPtr text(const char* s, vorParameterMirrorMode mode) {

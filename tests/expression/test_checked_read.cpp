@@ -16,8 +16,7 @@ struct Tree {
     }
 
     vorParameterPtr add(const char* name, const char* text) {
-        vorParameterPtr par =
-            root.add(name, vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, 0.0)));
+        vorParameterPtr par = root.add(name, real(0.0));
         par->set_string(text);
         return par;
     }

@@ -16,7 +16,7 @@ vorParameter* g_root = nullptr;
 void toggle_member(const vorParameter*) {
     ++g_reads;
     if (g_root->remove("extra").is_null())
-        g_root->add("extra", vorParameterPtr(new vorParameterNumeric(SUB_INT, DIM_NONE, 7)));
+        g_root->add("extra", real(7, DIM_NONE, SUB_INT));
 }
 
 /// The kind, text and dimension of a result: what a value shows of itself.
@@ -165,7 +165,7 @@ private:
         m_root->add("f", vorParameterPtr(new vorParameterFunction("argv[0]*2")));
         m_root->add("g", vorParameterPtr(new vorParameterFunction("argv[0]+argv[1]")));
         vorParameterPtr tool = m_root->add("tool", map());
-        tool->add("diameter", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 6)));
+        tool->add("diameter", real(6, DIM_LENGTH));
         vorParameterPtr list = m_root->add("list", vorParameterPtr(new vorParameterArray()));
         list->add(vorParameterKey(), text("first"));
         list->add(vorParameterKey(), numeric());

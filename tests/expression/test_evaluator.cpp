@@ -13,7 +13,7 @@ protected:
         root->add("b", real(3));
         root->add("s", text("abc"));
         tool = root->add("tool", map());
-        tool->add("diameter", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 6)));
+        tool->add("diameter", real(6, DIM_LENGTH));
     }
 
     vorParameterPtr eval(const char* text) { return vorEvaluator(root.get()).evaluate(text); }

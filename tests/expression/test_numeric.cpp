@@ -8,7 +8,7 @@ namespace {
 
 vorParameterPtr number(vorParameterSubType kind, double value,
                        vorDimensions dim = vorDimensions(DIM_NONE)) {
-    return vorParameterPtr(new vorParameterNumeric(kind, dim, value));
+    return real(value, dim, kind);
 }
 
 const vorParameterNumeric& as_numeric(const vorParameterPtr& p) {

@@ -26,7 +26,7 @@ TEST(String, InterpolationMakesAnExpressionAndShortFormsEndWithTheirNameRun) {
     EXPECT_EQ(evaluator.interpolate_string("${_keys}"), "[#ERROR: Type error]")
         << "a list has no printed value";
 
-    root->add("w", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, 2)));
+    root->add("w", real(2));
     EXPECT_EQ(evaluator.interpolate_string("$w+1 is $w,$w\t$w"), "3 is 2,2\t2");
     EXPECT_EQ(evaluator.interpolate_string("Länge $w mm, ø${w}ü"), "Länge 2 mm, ø2ü");
     // A "}" the expression did not open ends the form and stays in place.

@@ -7,11 +7,6 @@
 
 #include <initializer_list>
 
-inline vorParameterPtr number(double value, vorDimStandard dim = DIM_NONE,
-                              vorParameterSubType kind = SUB_REAL) {
-    return vorParameterPtr(new vorParameterNumeric(kind, dim, value));
-}
-
 /// An argument list as the evaluator passes it.
 inline vorParameterPtr arguments(std::initializer_list<vorParameterPtr> values) {
     vorParameterPtr list(new vorParameterTempArray());
@@ -23,13 +18,13 @@ inline vorParameterPtr arguments(std::initializer_list<vorParameterPtr> values) 
 /// The tree of the documented examples (see docs/functions.md).
 inline vorParameterPtr example_tree() {
     vorParameterPtr root(new vorParameterLibRoot("Job"));
-    root->add("depth", number(12, DIM_LENGTH))->set_desc("Total depth");
+    root->add("depth", real(12, DIM_LENGTH))->set_desc("Total depth");
     vorParameterPtr passes =
-        root->add("passes", vorParameterPtr(new vorParameterList(number(0, DIM_LENGTH))));
+        root->add("passes", vorParameterPtr(new vorParameterList(real(0, DIM_LENGTH))));
     for (double pass : {1.0, 2.0, 3.0})
-        passes->add(vorParameterKey(), number(pass, DIM_LENGTH));
-    root->add("feed", number(800))->lock(1);
-    root->add("hidden", number(1))->set_active("0");
+        passes->add(vorParameterKey(), real(pass, DIM_LENGTH));
+    root->add("feed", real(800))->lock(1);
+    root->add("hidden", real(1))->set_active("0");
     root->add("hypot", vorParameterPtr(new vorParameterFunction("sqrt(argv[0]^2 + argv[1]^2)")));
     auto* mode = new vorParameterEnum("rough|finish", "finish");
     mode->add_state("spiral", "", "", "depth > 20");

@@ -19,7 +19,7 @@ TEST(UserFunction, UserAndMemberFunctions) {
         root->add("f", vorParameterPtr(new vorParameterFunction("argv[0] + argv[1]")));
     EXPECT_EQ(f->subtype(), SUB_FUNCTION);
     EXPECT_EQ(f->print(0), "(FUNCTION) argv[0] + argv[1]\n");
-    EXPECT_EQ(f->operate_binary("(", arguments({number(2), number(3)}))->get_double(), 5.0);
+    EXPECT_EQ(f->operate_binary("(", arguments({real(2), real(3)}))->get_double(), 5.0);
     EXPECT_TRUE(as_function(f).get_argv().is_null());
     EXPECT_EQ((*f)["argv"]->subtype(), ERR_UNKNOWN) << "argv outside a call is the empty handle";
     EXPECT_EQ((*f)["argv[0]"]->subtype(), ERR_INVALID_NAME);
@@ -55,10 +55,10 @@ TEST(UserFunction, UserAndMemberFunctions) {
 
     vorParameterPtr count(
         new vorParameterMemberFunction([](const vorParameter& self, const vorParameterPtr& args) {
-            return number(args->size() + (self.get_name() == "count" ? 100 : 0));
+            return real(args->size() + (self.get_name() == "count" ? 100 : 0));
         }));
     root->add("count", count);
     EXPECT_EQ(eval(root, "count(1; 2; 3)")->get_double(), 103.0);
     EXPECT_EQ(count.copy()->operate_binary("(", arguments({}))->get_double(), 100.0);
-    EXPECT_EQ(count->operate_binary("+", number(1))->subtype(), ERR_TYPE);
+    EXPECT_EQ(count->operate_binary("+", real(1))->subtype(), ERR_TYPE);
 }

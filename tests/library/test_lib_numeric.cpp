@@ -52,9 +52,9 @@ TEST(LibMath, ArgumentsDomainsAndResultKinds) {
 
     // Numbers that are no numbers never reach the computation.
     for (double strange : {std::nan(""), std::numeric_limits<double>::infinity()})
-        EXPECT_EQ(vorParameterLibFunctions::sqrt(arguments({number(strange)}))->subtype(),
+        EXPECT_EQ(vorParameterLibFunctions::sqrt(arguments({real(strange)}))->subtype(),
                   ERR_INVALID_ARGUMENTS);
-    EXPECT_EQ(vorParameterLibFunctions::abs(number(1))->subtype(), ERR_INVALID_ARGUMENTS)
+    EXPECT_EQ(vorParameterLibFunctions::abs(real(1))->subtype(), ERR_INVALID_ARGUMENTS)
         << "an argument list that is no list holds no arguments";
     EXPECT_EQ(
         vorParameterLibFunctions::cos(arguments({vorParameterLib::error(ERR_DOMAIN)}))->subtype(),
@@ -72,8 +72,7 @@ TEST(LibNumeric, AggregatesConversionsAndRounding) {
     EXPECT_EQ(eval(tree, "mean(int(1); int(2))")->subtype(), SUB_REAL);
     EXPECT_EQ(eval(tree, "min(asin(1); acos(1))")->subtype(), SUB_ANGLE);
     EXPECT_EQ(as_numeric(eval(tree, "int(depth / 5)")).get_dim(), vorDimensions(DIM_LENGTH));
-    EXPECT_EQ(vorParameterLib::sum(arguments({number(1e308), number(1e308)}))->subtype(),
-              ERR_DOMAIN);
+    EXPECT_EQ(vorParameterLib::sum(arguments({real(1e308), real(1e308)}))->subtype(), ERR_DOMAIN);
 
     for (const char* bad : {"max(1mm; 1)", "mean(1mm * 1mm; 1mm)", "sum(1mm + 1 * 1mm * 1mm)"})
         EXPECT_EQ(eval(tree, bad)->subtype(), ERR_DIMENSIONS) << bad; // an invalid one adds none
@@ -105,7 +104,7 @@ TEST(LibNumeric, ParametersAsArgumentsAndConvertInTheGivenUnit) {
     EXPECT_EQ(eval(tree, "size(this)")->get_int(), tree->size());
     EXPECT_EQ(eval(tree, "desc(round)")->get_string(),
               "Round value to the specified number of decimal places.");
-    tree->add("note", number(1))->set_desc("${depth} deep");
+    tree->add("note", real(1))->set_desc("${depth} deep");
     EXPECT_EQ(eval(tree, "desc(note)")->get_string(), "${depth} deep") << "results are final";
     for (const char* bad : {"active()", "locked(1; 2)", "error()"})
         EXPECT_EQ(eval(tree, bad)->subtype(), ERR_INVALID_ARGUMENTS) << bad;

@@ -21,7 +21,7 @@ vorParameterPtr call(vorParameterLibFn fn, std::initializer_list<vorParameterPtr
 }
 
 vorParameterPtr number(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_NUMBER, DIM_NONE, v));
+    return real(v, DIM_NONE, SUB_NUMBER);
 }
 
 } // namespace

@@ -150,7 +150,7 @@ TEST(LibSystem, HostSettingsTimeObjectsAndSequences) {
     // A sequence of the host's own making, at the end of its range.
     vorParameterPtr own = root->add("own", map());
     for (const char* name : {"start", "increment", "padding", "count"})
-        own->add(name, number(0, DIM_NONE, SUB_INT));
+        own->add(name, real(0, DIM_NONE, SUB_INT));
     own["count"]->set_int(2147483646);
     EXPECT_EQ(eval(root, "next_in_sequence(own)")->get_string(), "0");
     EXPECT_EQ(eval(root, "next_in_sequence(own)")->subtype(), ERR_DOMAIN) << "count is at INT_MAX";

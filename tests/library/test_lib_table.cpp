@@ -26,7 +26,7 @@ std::vector<std::pair<std::string, std::string>> documented_functions() {
 }
 
 vorParameterPtr twice(const vorParameterPtr&) {
-    return number(2);
+    return real(2);
 }
 
 } // namespace
@@ -73,14 +73,14 @@ TEST(LibTable, HoldsEveryDocumentedNameAndAnswersWithFunctionObjects) {
     EXPECT_EQ(sqrt->get_desc(), "Square root.");
     EXPECT_EQ(library.get_desc(), "");
     EXPECT_EQ(round.copy()->print(0), round->print(0));
-    EXPECT_EQ(round->operate_binary("+", number(1))->subtype(), ERR_TYPE);
+    EXPECT_EQ(round->operate_binary("+", real(1))->subtype(), ERR_TYPE);
     EXPECT_EQ(library["sqrt.x"]->subtype(), ERR_INVALID_NAME);
     EXPECT_EQ(library["[0]"]->subtype(), ERR_INVALID_NAME);
     EXPECT_EQ(library["no_such_function"]->subtype(), ERR_INVALID_NAME);
 
     // "if" is a second name of "select".
     EXPECT_EQ(library["if"]->get_desc(), library["select"]->get_desc());
-    vorParameterPtr args = arguments({number(0), text("a"), text("b")});
+    vorParameterPtr args = arguments({real(0), text("a"), text("b")});
     EXPECT_EQ(library["if"]->operate_binary("(", args).get(),
               library["select"]->operate_binary("(", args).get());
 
@@ -90,7 +90,7 @@ TEST(LibTable, HoldsEveryDocumentedNameAndAnswersWithFunctionObjects) {
     EXPECT_EQ(none.remaining_arguments()->size(), 0);
 
     vorParameterPtr a = text("a");
-    vorParameterArgDecoder five(arguments({a, number(1), number(2), number(3), number(4)}));
+    vorParameterArgDecoder five(arguments({a, real(1), real(2), real(3), real(4)}));
     EXPECT_EQ(five.count(), 5);
     EXPECT_EQ(five.next_argument_as<vorParameterString>(), a.get()) << "borrowed, not copied";
     EXPECT_EQ(five.next_argument_as<vorParameterString>(), nullptr) << "a number is no string";
@@ -103,7 +103,7 @@ TEST(LibTable, HoldsEveryDocumentedNameAndAnswersWithFunctionObjects) {
     EXPECT_TRUE(five.all_arguments_used());
     EXPECT_EQ(five.next_argument_as<vorParameterString>(), nullptr);
 
-    vorParameterArgDecoder not_a_list(number(1));
+    vorParameterArgDecoder not_a_list(real(1));
     EXPECT_EQ(not_a_list.count(), 0);
     EXPECT_TRUE(not_a_list.next_argument()->is_error());
     vorParameterArgDecoder empty_handle{vorParameterPtr()};
@@ -112,7 +112,7 @@ TEST(LibTable, HoldsEveryDocumentedNameAndAnswersWithFunctionObjects) {
 
 TEST(LibRoot, ResolvesMembersAndBuiltInsBeforeFunctions) {
     vorParameterPtr root = example_tree();
-    root->add("max", number(1));
+    root->add("max", real(1));
     root->add("sqrt", vorParameterPtr(new vorParameterFunction("argv[0]")));
     EXPECT_EQ(eval(root, "max")->get_double(), 1.0);
     EXPECT_EQ(eval(root, "max(2; 3)")->get_double(), 3.0) << "a call finds functions only";
@@ -121,11 +121,11 @@ TEST(LibRoot, ResolvesMembersAndBuiltInsBeforeFunctions) {
     EXPECT_EQ(eval(root, "roottype")->get_string(), "Job");
 
     vorParameterPtr tool = root->add("tool", map());
-    tool->add("d", number(9));
+    tool->add("d", real(9));
     EXPECT_EQ(eval(tool, "ROUND(sqrt(d) + depth; 0)")->get_double(), 21.0);
 
     vorParameterPtr bare(new vorParameterRoot());
-    bare->add("a", number(16));
+    bare->add("a", real(16));
     EXPECT_EQ(eval(bare, "sqrt(a)")->subtype(), ERR_INVALID_NAME);
     EXPECT_EQ(root.copy()->ut_dynamic_type().name(), std::string("vorParameterLibRoot"));
     EXPECT_EQ(eval(root.copy(), "abs(-2)")->get_double(), 2.0);

@@ -48,21 +48,21 @@ void expect_shows(const vorParameter& par, xmlNode* element, const std::string& 
 /// A tree holding a parameter of every class.
 vorParameterPtr every_class() {
     vorParameterPtr root(new vorParameterLibRoot("Job"));
-    root->add("diameter", number(6, DIM_LENGTH, SUB_REAL));
-    root->add("flutes", number(4, DIM_NONE, SUB_INT));
-    root->add("climb", number(1, DIM_NONE, SUB_BOOL));
-    root->add("lead", number(30, DIM_NONE, SUB_ANGLE));
-    root->add("plain", number(2.5, DIM_NONE, SUB_NUMBER));
-    root->add("stepover", number(0, DIM_LENGTH))->set_string("diameter * 0.5");
+    root->add("diameter", real(6, DIM_LENGTH, SUB_REAL));
+    root->add("flutes", real(4, DIM_NONE, SUB_INT));
+    root->add("climb", real(1, DIM_NONE, SUB_BOOL));
+    root->add("lead", real(30, DIM_NONE, SUB_ANGLE));
+    root->add("plain", real(2.5, DIM_NONE, SUB_NUMBER));
+    root->add("stepover", real(0, DIM_LENGTH))->set_string("diameter * 0.5");
     root->add("label", text("End mill"));
     root->add("title", text("D${diameter}"));
     root->add("method", vorParameterPtr(new vorParameterEnum("raster|offset", "offset")));
-    vorParameterPtr passes = root->add("passes", vorParameterPtr(new vorParameterList(number(0))));
-    passes->add(vorParameterKey(), number(1));
-    passes->add(vorParameterKey(), number(2));
-    root->add("shared", vorParameterPtr(new vorParameterSharedList(number(0))))
+    vorParameterPtr passes = root->add("passes", vorParameterPtr(new vorParameterList(real(0))));
+    passes->add(vorParameterKey(), real(1));
+    passes->add(vorParameterKey(), real(2));
+    root->add("shared", vorParameterPtr(new vorParameterSharedList(real(0))))
         ->add(vorParameterKey(), root["flutes"]);
-    root->add("axis", vorParameterPtr(new vorParameterVector(3, number(0))));
+    root->add("axis", vorParameterPtr(new vorParameterVector(3, real(0))));
     vorParameterPtr mixed = root->add("mixed", vorParameterPtr(new vorParameterArray()));
     mixed->add(vorParameterKey(), text("a"));
     mixed->add(vorParameterKey(), map());
@@ -124,7 +124,7 @@ TEST(Xml, HostileNamesAndValuesStayWellFormed) {
     EXPECT_EQ(xml_text(element), kept + replaced);
 
     EXPECT_EQ(xml_value(*text("x<y\tz")), "x&lt;y\tz");
-    vorParameterPtr named = number(1);
+    vorParameterPtr named = real(1);
     named->set_name("a\tb\"");
     EXPECT_EQ(xml_name(*named), "a&#9;b&quot;");
     EXPECT_EQ(xml_value(*map()), "");
@@ -136,7 +136,7 @@ TEST(Xml, ReferencesExpandOnceRoundACycle) {
     vorParameterPtr b = root->add("b", map());
     a->add("to_b", reference("b"));
     b->add("to_a", reference("a"));
-    b->add("depth", number(3));
+    b->add("depth", real(3));
 
     ParsedXml parsed(xml_of(*a));
     ASSERT_NE(parsed.root(), nullptr);
@@ -155,7 +155,7 @@ TEST(Xml, ReferencesExpandOnceRoundACycle) {
 
 TEST(LibStateActive, ByIndexNameOrCurrentValue) {
     vorParameterPtr root(new vorParameterLibRoot("Job"));
-    vorParameterPtr flutes = root->add("flutes", number(4, DIM_NONE, SUB_INT));
+    vorParameterPtr flutes = root->add("flutes", real(4, DIM_NONE, SUB_INT));
     auto* method = new vorParameterEnum();
     method->add_state("raster", "", "", "");
     method->add_state("offset", "", "", "flutes >= 3");

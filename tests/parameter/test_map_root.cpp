@@ -5,7 +5,7 @@
 namespace {
 
 vorParameterPtr number(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, v));
+    return real(v, DIM_LENGTH);
 }
 
 } // namespace

@@ -33,7 +33,7 @@ void expect_same(const Both& both, const char* what) {
 
 TEST(StressCompiled, HugeAndDeepTextsAnswerAsScanningDoesAndTheCacheStaysBounded) {
     vorParameterPtr root(new vorParameterRoot("machining"));
-    root->add("a", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, 1)));
+    root->add("a", real(1));
 
     // 256 KiB of "a+a+...": compiled in one pass, then run within the limits.
     std::string sum = "a";

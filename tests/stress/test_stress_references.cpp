@@ -13,7 +13,7 @@ std::string name(int i) {
 
 TEST(StressReferences, LongChainsCyclesAndHugeOrMalformedTextsEndInErrors) {
     vorParameterRoot root("machining");
-    root.add("r0", vorParameterPtr(new vorParameterNumeric(SUB_REAL, vorDimensions(), 7.0)));
+    root.add("r0", real(7.0, vorDimensions()));
     constexpr int kLinks = 100000;
     for (int i = 1; i <= kLinks; ++i)
         root.add(utString(name(i)), reference(name(i - 1)));
@@ -32,7 +32,7 @@ TEST(StressReferences, LongChainsCyclesAndHugeOrMalformedTextsEndInErrors) {
     EXPECT_EQ(root[utString(name(kLinks / 2))]->subtype(), ERR_EXPRESSION);
     EXPECT_NE(root["r1"]->print(0).find("NULL REFERENCE"), utString::npos);
 
-    root.add("a", vorParameterPtr(new vorParameterNumeric(SUB_REAL, vorDimensions(), 1.0)));
+    root.add("a", real(1.0, vorDimensions()));
     vorParameterPtr huge = root.add("huge", reference(std::string(1 << 20, 'a')));
     EXPECT_EQ(huge->subtype(), ERR_EXPRESSION);
     vorParameterPtr path = root.add("path", reference("a" + std::string(1 << 20, '.')));

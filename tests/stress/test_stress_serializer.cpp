@@ -31,7 +31,7 @@ vorParameterSerialError load_open(const std::string& text, std::string* saved = 
 
 vorParameterSerialError load_into_host(const std::string& text) {
     vorParameterLibRoot root("job");
-    root.add("a", vorParameterPtr(new vorParameterNumeric(SUB_REAL, vorDimensions(0, 0, 0), 0)));
+    root.add("a", real(0, vorDimensions(0, 0, 0)));
     root.add("m", map());
     std::istringstream in(text);
     vorParameterSerializer serializer;

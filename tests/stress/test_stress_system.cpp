@@ -26,7 +26,7 @@ vorParameterPtr call(vorParameterLibFn fn, std::initializer_list<vorParameterPtr
 }
 
 vorParameterPtr number(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_NUMBER, vorDimensions(), v));
+    return real(v, vorDimensions(), SUB_NUMBER);
 }
 
 /// Where to make the scratch directory: a RAM file system when the machine

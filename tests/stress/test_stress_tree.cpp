@@ -12,7 +12,7 @@ constexpr int kChainDepth = 100000;
 /// built bottom up; the deepest map holds the number "x".
 vorParameterPtr make_chain(int depth) {
     vorParameterPtr bottom(new vorParameterMap());
-    bottom->add("x", vorParameterPtr(new vorParameterNumeric(SUB_REAL, vorDimensions(), 1.0)));
+    bottom->add("x", real(1.0, vorDimensions()));
     vorParameterPtr top = bottom;
     for (int i = 1; i < depth; ++i) {
         vorParameterPtr up(new vorParameterMap());

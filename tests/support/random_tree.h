@@ -104,8 +104,8 @@ private:
             return list;
         }
         case 5: {
-            vorParameterPtr vector = defined(vorParameterPtr(new vorParameterVector(
-                pick(1, 3), vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 0.0)))));
+            vorParameterPtr vector =
+                defined(vorParameterPtr(new vorParameterVector(pick(1, 3), real(0.0, DIM_LENGTH))));
             vector->set_string("{1;2;3}");
             return vector;
         }

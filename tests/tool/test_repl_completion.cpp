@@ -47,8 +47,7 @@ TEST(ReplCompletion, WalksThePathAfterMembersThenFunctionsAndIsBounded) {
 
     vorParameterPtr big(new vorParameterMap());
     for (int i = 0; i < 1500; ++i)
-        big->add(vorParameterKey(utString("m" + std::to_string(i))),
-                 vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, i)));
+        big->add(vorParameterKey(utString("m" + std::to_string(i))), real(i));
     root->add("big", big);
     EXPECT_EQ(completion_candidates(root, "big.").size(), vorparam::max_completion_candidates);
     EXPECT_EQ(completion_candidates(root, "big.m149").size(), 11u);
