@@ -39,8 +39,7 @@ TEST(Utilities, RemoveActiveExpressionsMakesTheWholeSubtreeActive) {
     choice->add_state("spiral", "", "", "depth > 100");
     choice->set_string("spiral");
     inner->add("method", vorParameterPtr(choice));
-    vorParameterPtr body =
-        root->add("twice", vorParameterPtr(new vorParameterFunction("argv[0]*2")));
+    vorParameterPtr body = root->add("twice", function("argv[0]*2"));
     body->set_active("0");
 
     vorParameterUtils::remove_active_expressions(*root);
@@ -76,7 +75,7 @@ TEST(Utilities, ReservedNamesAndEntities) {
     vorParameterPtr no_id = root.add("plain", vorParameterPtr(new vorParameterData("Boundary")));
     data->set_id(vorRefToObjectId(vorUniqueId::generate()));
     EXPECT_FALSE(vorParameterUtils::is_entity(boundary)) << "no entity function: an error";
-    root.add("entity", vorParameterPtr(new vorParameterFunction("argv[0]")));
+    root.add("entity", function("argv[0]"));
     EXPECT_TRUE(vorParameterUtils::is_entity(boundary));
     EXPECT_FALSE(vorParameterUtils::is_entity(no_id));
     auto* ref = new vorParameterRef();

@@ -162,8 +162,8 @@ private:
         m_root->add("s0", text("t${n1}"));
         m_root->add("s1", text("abc"));
         m_root->add("r0", reference("n1"));
-        m_root->add("f", vorParameterPtr(new vorParameterFunction("argv[0]*2")));
-        m_root->add("g", vorParameterPtr(new vorParameterFunction("argv[0]+argv[1]")));
+        m_root->add("f", function("argv[0]*2"));
+        m_root->add("g", function("argv[0]+argv[1]"));
         vorParameterPtr tool = m_root->add("tool", map());
         tool->add("diameter", real(6, DIM_LENGTH));
         vorParameterPtr list = m_root->add("list", vorParameterPtr(new vorParameterArray()));

@@ -15,8 +15,7 @@ const vorParameterFunction& as_function(const vorParameterPtr& p) {
 
 TEST(UserFunction, UserAndMemberFunctions) {
     vorParameterPtr root = example_tree();
-    vorParameterPtr f =
-        root->add("f", vorParameterPtr(new vorParameterFunction("argv[0] + argv[1]")));
+    vorParameterPtr f = root->add("f", function("argv[0] + argv[1]"));
     EXPECT_EQ(f->subtype(), SUB_FUNCTION);
     EXPECT_EQ(f->print(0), "(FUNCTION) argv[0] + argv[1]\n");
     EXPECT_EQ(f->operate_binary("(", arguments({real(2), real(3)}))->get_double(), 5.0);

@@ -113,7 +113,7 @@ TEST(LibTable, HoldsEveryDocumentedNameAndAnswersWithFunctionObjects) {
 TEST(LibRoot, ResolvesMembersAndBuiltInsBeforeFunctions) {
     vorParameterPtr root = example_tree();
     root->add("max", real(1));
-    root->add("sqrt", vorParameterPtr(new vorParameterFunction("argv[0]")));
+    root->add("sqrt", function("argv[0]"));
     EXPECT_EQ(eval(root, "max")->get_double(), 1.0);
     EXPECT_EQ(eval(root, "max(2; 3)")->get_double(), 3.0) << "a call finds functions only";
     EXPECT_EQ(eval(root, "sqrt(16)")->get_double(), 16.0) << "a user function hides a standard one";

@@ -79,7 +79,7 @@ TEST(Iteration, VisitsDepthFirstWithRelativeKeysDepthLimitAndFilters) {
     EXPECT_EQ(keys(active), (Keys{"list", "list[0]", "list[1]", "depth"}));
 
     // Functions are skipped unless asked for; reserved names when asked.
-    t.root->add("twice", vorParameterPtr(new vorParameterFunction("argv[0] * 2")));
+    t.root->add("twice", function("argv[0] * 2"));
     t.root->add("_hidden", real(1));
     vorParameterIter top(t.root);
     top.set_max_depth(1);
@@ -160,7 +160,7 @@ TEST(Iteration, OneLevelIteratorsDisplayNamesAndTheDocumentedExample) {
     EXPECT_FALSE(++single);
 
     // A nameless member is named by its key in the parent, functions too.
-    vorParameterPtr f = t.tool->add("f", vorParameterPtr(new vorParameterFunction("1")));
+    vorParameterPtr f = t.tool->add("f", function("1"));
     f->set_name("");
     EXPECT_EQ(vorParameter::get_name(*f, 0), "f");
     EXPECT_EQ(vorParameter::get_name(*t.second, 1), "machining.list[1]");

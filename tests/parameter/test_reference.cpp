@@ -117,7 +117,7 @@ TEST(Reference, RequiredTypesRootTypesAndEntityDesignations) {
     // The host answers entity(...): here a user function of the root that
     // returns the text it was asked for, so the designation shows.
     vorParameterLibRoot host("machining");
-    host.add("probe", vorParameterPtr(new vorParameterFunction("argv[0] + '/' + argv[1]")));
+    host.add("probe", function("argv[0] + '/' + argv[1]"));
     host.add("entity", vorParameterPtr(new vorParameterFunction("probe(argv[0]; argv[1])")));
     vorParameterPtr quoted = host.add("quoted", reference("curve:O'Neil"));
     EXPECT_EQ(quoted->get_string(), "curve/O'Neil") << "double quotes around a name with '";
@@ -135,11 +135,11 @@ TEST(Data, AsksTheHostsDataFunctions) {
     // No vordata function: the call fails.
     EXPECT_EQ(d->get_data_par()->subtype(), ERR_INVALID_DATA);
     // A host function that answers something other than data.
-    root.add("vordata", vorParameterPtr(new vorParameterFunction("argv[0]")));
+    root.add("vordata", function("argv[0]"));
     EXPECT_EQ(d->get_data_par()->subtype(), ERR_TYPE);
     // One that answers data.
     root.remove("vordata");
-    root.add("vordata", vorParameterPtr(new vorParameterFunction("d")));
+    root.add("vordata", function("d"));
     EXPECT_EQ(d->get_data_par().get(), data.get());
 
     vorParameterPtr copy = data.copy();

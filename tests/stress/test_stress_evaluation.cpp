@@ -12,10 +12,6 @@ utString name(const char* prefix, int i) {
     return utString(prefix + std::to_string(i));
 }
 
-vorParameterPtr function(const utString& body) {
-    return vorParameterPtr(new vorParameterFunction(body));
-}
-
 int error_kind(const vorParameterPtr& result) {
     return result->is_error() ? result->subtype() : -1;
 }

@@ -31,6 +31,11 @@ inline vorParameterPtr text(const utString& value) {
     return vorParameterPtr(new vorParameterString(value));
 }
 
+/// A user function whose body is `body`.
+inline vorParameterPtr function(const utString& body) {
+    return vorParameterPtr(new vorParameterFunction(body));
+}
+
 inline vorParameterPtr map() {
     return vorParameterPtr(new vorParameterMap());
 }

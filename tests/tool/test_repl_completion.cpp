@@ -33,7 +33,7 @@ TEST(ReplCompletion, WalksThePathAfterMembersThenFunctionsAndIsBounded) {
     EXPECT_TRUE(completion_candidates(root, "nosuch.").empty());
     EXPECT_TRUE(completion_candidates(root, ".x").empty());
 
-    root->add("double", vorParameterPtr(new vorParameterFunction("2 * argv[0]")));
+    root->add("double", function("2 * argv[0]"));
     EXPECT_EQ(completion_candidates(root, "sq"), Words{"sqrt("});
     const Words st = completion_candidates(root, "st");
     ASSERT_FALSE(st.empty());
