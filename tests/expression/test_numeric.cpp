@@ -21,7 +21,7 @@ vorParameterPtr eval(const char* text) {
 
 } // namespace
 
-TEST(Numeric, LiteralsReadBackAndCacheUntilTheTextChanges) {
+TEST(Numeric, LiteralsReadBackAndComputedNumbersWriteTheirTextForTheFirstReader) {
     vorParameterNumeric n(SUB_REAL, DIM_LENGTH, 0.1);
     EXPECT_EQ(n.get_value(), "0.1");
     EXPECT_DOUBLE_EQ(n.get_double(), 0.1);
@@ -57,9 +57,7 @@ TEST(Numeric, LiteralsReadBackAndCacheUntilTheTextChanges) {
     EXPECT_EQ(huge.get_double(), std::numeric_limits<double>::max());
     EXPECT_EQ(vorParameterNumeric(SUB_REAL, DIM_NONE, NAN).get_double(), 0.0);
     EXPECT_EQ(vorParameterNumeric(SUB_STRING, DIM_NONE, 1).subtype(), SUB_NUMBER);
-}
 
-TEST(Numeric, ComputedNumbersWriteTheirTextForTheFirstReader) {
     // 0.1 + 0.2 is no short decimal: a text written from anything but the
     // exact value would show it.
     const utString sum = "0.30000000000000004";
@@ -143,7 +141,7 @@ TEST(Numeric, SettersHonourTheLockAndNotifyAndIntegersRoundAndSaturate) {
     EXPECT_EQ(whole.get_value(), "-7");
 }
 
-TEST(Numeric, ExpressionsFollowTheParametersTheyName) {
+TEST(Numeric, ExpressionsFollowTheParametersTheyNameAndKindsPrint) {
     vorParameterPtr map(new vorParameterMap());
     vorParameterPtr a = number(SUB_REAL, 2, DIM_LENGTH);
     vorParameterPtr b = number(SUB_REAL, 0, DIM_LENGTH);
@@ -170,6 +168,29 @@ TEST(Numeric, ExpressionsFollowTheParametersTheyName) {
     b->set_string("\"abc\"");
     EXPECT_EQ(b->get_string(), "abc");
     EXPECT_EQ(b->get_double(), 0.0);
+
+    // Whole-number tests, and the texts of each kind.
+    vorParameterNumeric n(SUB_INT, DIM_NONE, -2.5);
+    EXPECT_TRUE(n.is_int_value()); // one-sided on purpose
+    n.set_double(2.5);
+    EXPECT_FALSE(n.is_int_value());
+    EXPECT_FALSE(n.is_bool_value());
+    vorParameterNumeric flag(SUB_BOOL, DIM_NONE, 2);
+    EXPECT_TRUE(flag.is_bool_value());
+    EXPECT_FALSE(flag.is_int_value());
+    EXPECT_FALSE(vorParameterNumeric(SUB_REAL, DIM_NONE, 1).is_bool_value());
+
+    const vorParameterSubType kinds[] = {SUB_NUMBER, SUB_REAL, SUB_INT, SUB_BOOL, SUB_ANGLE};
+    const char* xml[] = {"", "real", "int", "bool", "angle"};
+    const char* printed[] = {"(NUMERIC) 5 \n", "(REAL) 5 \n", "(INT) 5 \n", "(BOOL) 5 \n",
+                             "(ANGLE) 5 \n"};
+    for (int i = 0; i < 5; ++i) {
+        vorParameterNumeric p(kinds[i], DIM_NONE, 5);
+        EXPECT_EQ(p.get_xml_typename(), xml[i]);
+        EXPECT_EQ(p.print(0), printed[i]);
+    }
+    EXPECT_TRUE(vorParameterNumeric::valid_subtype(SUB_NUMBER));
+    EXPECT_FALSE(vorParameterNumeric::valid_subtype(SUB_ENUM));
 }
 
 TEST(Numeric, ResultSubtypesDimensionsAndUnits) {
@@ -262,28 +283,4 @@ TEST(Numeric, OperatorErrorsAreValuesAndComparisonsUseTheTolerance) {
     vorParameterNumeric a(SUB_REAL, DIM_NONE, 2.0), b(SUB_INT, DIM_LENGTH, 2.0000001);
     EXPECT_TRUE(a == b);
     EXPECT_TRUE(a.expression_equivalent(2.0000005));
-}
-
-TEST(Numeric, WholeNumberTestsAndTexts) {
-    vorParameterNumeric n(SUB_INT, DIM_NONE, -2.5);
-    EXPECT_TRUE(n.is_int_value()); // one-sided on purpose
-    n.set_double(2.5);
-    EXPECT_FALSE(n.is_int_value());
-    EXPECT_FALSE(n.is_bool_value());
-    vorParameterNumeric flag(SUB_BOOL, DIM_NONE, 2);
-    EXPECT_TRUE(flag.is_bool_value());
-    EXPECT_FALSE(flag.is_int_value());
-    EXPECT_FALSE(vorParameterNumeric(SUB_REAL, DIM_NONE, 1).is_bool_value());
-
-    const vorParameterSubType kinds[] = {SUB_NUMBER, SUB_REAL, SUB_INT, SUB_BOOL, SUB_ANGLE};
-    const char* xml[] = {"", "real", "int", "bool", "angle"};
-    const char* printed[] = {"(NUMERIC) 5 \n", "(REAL) 5 \n", "(INT) 5 \n", "(BOOL) 5 \n",
-                             "(ANGLE) 5 \n"};
-    for (int i = 0; i < 5; ++i) {
-        vorParameterNumeric p(kinds[i], DIM_NONE, 5);
-        EXPECT_EQ(p.get_xml_typename(), xml[i]);
-        EXPECT_EQ(p.print(0), printed[i]);
-    }
-    EXPECT_TRUE(vorParameterNumeric::valid_subtype(SUB_NUMBER));
-    EXPECT_FALSE(vorParameterNumeric::valid_subtype(SUB_ENUM));
 }
