@@ -63,7 +63,7 @@ TEST(Enum, StatesAreFoundByNameIndexOrOldName) {
     EXPECT_EQ(old->get_string(), "port_area_clear");
 }
 
-TEST(Enum, WritingSelectsByIndexOrStoresTheName) {
+TEST(Enum, WritingSelectsByIndexOrStoresTheNameAndConditionsAreEvaluatedInScope) {
     vorParameterPtr e = enumeration("a|b|c");
     e->set_onmodify_callback(&count_modification);
     g_modified = 0;
@@ -89,9 +89,7 @@ TEST(Enum, WritingSelectsByIndexOrStoresTheName) {
         EXPECT_EQ(e->get_string(), "") << far;
     }
     EXPECT_EQ(g_modified, 11);
-}
 
-TEST(Enum, ConditionsAreEvaluatedInTheEnumerationsScope) {
     vorParameterPtr root = enumeration_tree();
     auto& method = static_cast<vorParameterEnum&>(*(*root)["strategy.method"]);
     method.add_state("text", "", "", "'yes'");

@@ -5,7 +5,7 @@
 
 namespace {} // namespace
 
-TEST(Utilities, StrippingDetachesTheRecordAndValidityEvaluatesNumbers) {
+TEST(Utilities, StrippingDetachesTheRecordMakesSubtreesActiveAndValidityEvaluatesNumbers) {
     vorParameterPtr original = numeric("1");
     original->set_active("0");
     vorParameterPtr copy = original.copy();
@@ -24,9 +24,7 @@ TEST(Utilities, StrippingDetachesTheRecordAndValidityEvaluatesNumbers) {
     EXPECT_FALSE(vorParameterUtils::default_valid(*ranged));
     EXPECT_TRUE(vorParameterUtils::default_valid(*text("x")));
     EXPECT_FALSE(vorParameterUtils::default_valid(*vorParameterPtr(new vorParameterData(""))));
-}
 
-TEST(Utilities, RemoveActiveExpressionsMakesTheWholeSubtreeActive) {
     vorParameterPtr root(new vorParameterMap());
     vorParameterPtr inner = root->add("inner", map());
     inner->set_active("0");

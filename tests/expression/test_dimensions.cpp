@@ -17,7 +17,7 @@ vorDimensions read(const char* text) {
 
 } // namespace
 
-TEST(Dimensions, StandardAndEveryOtherPrintedFormReadsBack) {
+TEST(Dimensions, PrintedFormsReadBackAndReadingRules) {
     const char* printed[] = {"",        "[M]",     "[L]",      "[T]",      "[LL]",    "[LLL]",
                              "[L/T]",   "[L/TT]",  "[1/T]",    "[1/T]",    "[M/LLL]", "[ML/T]",
                              "[ML/TT]", "[M/LTT]", "[MLL/TT]", "[MLL/TTT]"};
@@ -45,9 +45,7 @@ TEST(Dimensions, StandardAndEveryOtherPrintedFormReadsBack) {
                 vorDimensions d(m, l, t);
                 expect_exponents(vorDimensions(d.get_string()), m, l, t);
             }
-}
 
-TEST(Dimensions, ReadingRules) {
     expect_exponents(read("[L/T]"), 0, 1, -1);
     expect_exponents(read("L/TT"), 0, 1, -2);
     expect_exponents(read("1/T"), 0, 0, -1);

@@ -112,7 +112,7 @@ TEST_F(Evaluator, ParamsetRecordsEachParameterOnce) {
                   root[utString("p" + std::to_string(i))].get());
 }
 
-TEST_F(Evaluator, RewritesSeparatorsAndDecimalPoints) {
+TEST_F(Evaluator, RewritesSeparatorsAndLimitsAndSelfReferenceGiveErrorValues) {
     vorEvaluator evaluator(root.get());
     evaluator.evaluate("{1 , 2}");
     EXPECT_EQ(evaluator.get_expr(), "{1 ; 2}");
@@ -123,9 +123,7 @@ TEST_F(Evaluator, RewritesSeparatorsAndDecimalPoints) {
     EXPECT_EQ(vorEvaluator::localize("f(1.5; 2)"), "f(1,5; 2)");
     EXPECT_EQ(number("1,5 + 1"), 2.5);
     nlsUtils::set_decimal_point('.');
-}
 
-TEST_F(Evaluator, LimitsAndSelfReferenceGiveErrorValues) {
     std::string deep(10000, '(');
     deep += "1";
     deep += std::string(10000, ')');

@@ -141,7 +141,7 @@ TEST(Numeric, SettersHonourTheLockAndNotifyAndIntegersRoundAndSaturate) {
     EXPECT_EQ(whole.get_value(), "-7");
 }
 
-TEST(Numeric, ExpressionsFollowTheParametersTheyNameAndKindsPrint) {
+TEST(Numeric, ExpressionsFollowTheirNamesAndResultKindsDimensionsAndUnits) {
     vorParameterPtr map(new vorParameterMap());
     vorParameterPtr a = number(SUB_REAL, 2, DIM_LENGTH);
     vorParameterPtr b = number(SUB_REAL, 0, DIM_LENGTH);
@@ -191,9 +191,7 @@ TEST(Numeric, ExpressionsFollowTheParametersTheyNameAndKindsPrint) {
     }
     EXPECT_TRUE(vorParameterNumeric::valid_subtype(SUB_NUMBER));
     EXPECT_FALSE(vorParameterNumeric::valid_subtype(SUB_ENUM));
-}
 
-TEST(Numeric, ResultSubtypesDimensionsAndUnits) {
     const vorParameterSubType N = SUB_NUMBER, I = SUB_INT, R = SUB_REAL, A = SUB_ANGLE,
                               B = SUB_BOOL;
     struct Case {

@@ -28,7 +28,7 @@ protected:
 
 } // namespace
 
-TEST_F(LibGeometry, ResultsKindsSignsExtremesAndBadArguments) {
+TEST_F(LibGeometry, ResultsWritesAnglesSignsExtremesAndBadArguments) {
     vorParameterPtr unit = eval("unit({0; 0; 5})");
     const auto* vector = vorParameterVector::ut_dynamic_cast(unit.get());
     ASSERT_NE(vector, nullptr);
@@ -76,9 +76,7 @@ TEST_F(LibGeometry, ResultsKindsSignsExtremesAndBadArguments) {
                              "apparent_angle({1; 0; 0}; {0; 1; 0}; {0; 0; 0})",
                              "normal({0; 0; 0}; {1; 0; 0})", "azimuth({0; 0; 0})"})
         EXPECT_EQ(eval(zero)->subtype(), ERR_DOMAIN) << zero;
-}
 
-TEST_F(LibGeometry, SetVectorAndSetPointWriteIntoTheTreeAndAnglesFollowTheUnit) {
     EXPECT_EQ(eval("set_vector(axis; 0; 0; 1)").get(), axis.get());
     EXPECT_EQ(value("axis.z"), 1.0);
     eval("set_point(axis; {1; 2; 3})");

@@ -76,7 +76,7 @@ TEST(LibSystemDocs, EveryExampleGivesTheDocumentedResult) {
     });
 }
 
-TEST(LibSystem, ListsAndTestsTheEntriesOfADirectory) {
+TEST(LibSystem, DirectoriesHostSettingsTimeObjectsAndSequences) {
     TempDir dir;
     for (const char* name : {"b.txt", "a.txt", ".hidden", "é", "${x}"})
         std::ofstream(dir / name).put('x');
@@ -104,9 +104,7 @@ TEST(LibSystem, ListsAndTestsTheEntriesOfADirectory) {
         EXPECT_EQ(call(vorParameterLibFunctions::ls, path)->subtype(), ERR_INVALID_DATA);
     }
     EXPECT_EQ(call(vorParameterLibFunctions::file_exists, dir / "a.txt")->get_int(), 1);
-}
 
-TEST(LibSystem, HostSettingsTimeObjectsAndSequences) {
     vorParameterPtr root(new vorParameterLibRoot());
     {
         ScopedEnv unset("HOME", nullptr);

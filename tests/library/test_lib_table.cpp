@@ -31,7 +31,7 @@ vorParameterPtr twice(const vorParameterPtr&) {
 
 } // namespace
 
-TEST(LibTable, HoldsEveryDocumentedNameAndAnswersWithFunctionObjects) {
+TEST(LibTable, HoldsEveryDocumentedNameAndTheRootResolvesMembersFirst) {
     vorParameterLib library;
     const auto documented = documented_functions();
     ASSERT_EQ(documented.size(), 94u);
@@ -108,9 +108,7 @@ TEST(LibTable, HoldsEveryDocumentedNameAndAnswersWithFunctionObjects) {
     EXPECT_TRUE(not_a_list.next_argument()->is_error());
     vorParameterArgDecoder empty_handle{vorParameterPtr()};
     EXPECT_TRUE(empty_handle.all_arguments_used());
-}
 
-TEST(LibRoot, ResolvesMembersAndBuiltInsBeforeFunctions) {
     vorParameterPtr root = example_tree();
     root->add("max", real(1));
     root->add("sqrt", function("argv[0]"));

@@ -74,7 +74,7 @@ TEST(Map, MembersDifferingInLetterCaseAloneAfterReplacingAReference) {
     EXPECT_EQ(copy["aB"]->get_double(), 4.0) << "copies keep the letter-case index";
 }
 
-TEST(Map, RemoveLockCyclesAndCopies) {
+TEST(Map, RemoveLockCyclesCopiesAndTheRootsNames) {
     vorParameterPtr map(new vorParameterMap());
     vorParameterPtr x = map->add("x", number(1));
     EXPECT_EQ(map->remove("X").get(), x.get());
@@ -103,9 +103,7 @@ TEST(Map, RemoveLockCyclesAndCopies) {
     copy["a"]->set_double(2);
     EXPECT_FALSE(*copy == *copied);
     EXPECT_EQ(copied->print(0), "(MAP) \na: (REAL) 1 [L]\n");
-}
 
-TEST(Root, SynonymsBuiltInNamesAndScoping) {
     vorParameterPtr root_handle(new vorParameterRoot("Tool", 0, "T1"));
     vorParameterRoot& root = static_cast<vorParameterRoot&>(*root_handle);
     EXPECT_EQ(root.subtype(), SUB_ROOT);
@@ -128,7 +126,7 @@ TEST(Root, SynonymsBuiltInNamesAndScoping) {
 
     vorParameterPtr scope(new vorParameterRoot("machining"));
     vorParameterPtr tolerance = scope->add("tolerance", number(0.01));
-    vorParameterPtr strategy = scope->add("strategy", map());
+    vorParameterPtr strategy = scope->add("strategy", vorParameterPtr(new vorParameterMap()));
     vorParameterPtr stepover = strategy->add("stepover", number(2));
     EXPECT_EQ(stepover->resolve("tolerance").get(), tolerance.get());
     EXPECT_EQ(stepover->resolve("")->subtype(), ERR_SYNTAX);

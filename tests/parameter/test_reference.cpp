@@ -78,7 +78,7 @@ TEST(Reference, ResolvesForwardsAndEndsCyclesInAnError) {
     EXPECT_EQ(last.par(), (*root)["r0"].get()) << "the chain collapses to its end";
 }
 
-TEST(Reference, RequiredTypesRootTypesAndEntityDesignations) {
+TEST(Reference, RequiredTypesEntityDesignationsAndDataParameters) {
     Tree t;
     auto* typed = new vorParameterRef("tool.name");
     vorParameterPtr r = t.root->add("typed", vorParameterPtr(typed));
@@ -123,9 +123,7 @@ TEST(Reference, RequiredTypesRootTypesAndEntityDesignations) {
     EXPECT_EQ(quoted->get_string(), "curve/O'Neil") << "double quotes around a name with '";
     vorParameterPtr plain = host.add("plain", reference("curve:c1"));
     EXPECT_EQ(plain->get_string(), "curve/c1");
-}
 
-TEST(Data, AsksTheHostsDataFunctions) {
     vorParameterLibRoot root("machining");
     vorParameterPtr data = root.add("d", vorParameterPtr(new vorParameterData("material")));
     auto* d = static_cast<vorParameterData*>(data.get());

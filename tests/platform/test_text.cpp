@@ -55,7 +55,7 @@ TEST(Text, NumbersParseAndFormatInTheLocaleForm) {
     EXPECT_EQ(vorformat_double_exact(0.25), "0,25");
 }
 
-TEST(Text, CaseFoldingAndCodePointsOfEuropeanAndMalformedTexts) {
+TEST(Text, CaseFoldingCodePointsIdsAndCompactStrings) {
     EXPECT_EQ(vordowncase("LÄNGE Ø"), "länge ø");
     EXPECT_EQ(vorupcase("straße ñ"), "STRAßE Ñ");
     EXPECT_EQ(vordowncase("ŁÓDŹ ΑΒΓ ДЖ"), "łódź αβγ дж");
@@ -86,9 +86,7 @@ TEST(Text, CaseFoldingAndCodePointsOfEuropeanAndMalformedTexts) {
     EXPECT_TRUE(types.isspace(4));
     EXPECT_FALSE(types.isalpha(5)) << "an em dash is punctuation";
     EXPECT_FALSE(types.isalpha(99));
-}
 
-TEST(Text, UniqueIdsAndCompactStringsRoundTrip) {
     vorUniqueId id = vorUniqueId::generate();
     ASSERT_TRUE(id.is_valid());
     utString hex = id.hex_string();

@@ -53,7 +53,7 @@ TEST(ReplCompletion, WalksThePathAfterMembersThenFunctionsAndIsBounded) {
     EXPECT_EQ(completion_candidates(root, "big.m149").size(), 11u);
 }
 
-TEST(ReplCompletion, ArraysCompleteByIndex) {
+TEST(ReplCompletion, ArraysCompleteByIndexAndWordsStartAndShareAPrefix) {
     std::ostringstream report;
     const vorparam::FileTree file =
         vorparam::load_file_tree(VORPARAMETER_SOURCE_DIR "/tests/tool/job.vor", report);
@@ -63,9 +63,7 @@ TEST(ReplCompletion, ArraysCompleteByIndex) {
     EXPECT_EQ(completion_candidates(root, "passes["), (Words{"passes[0]", "passes[1]"}));
     EXPECT_EQ(completion_candidates(root, "passes[1"), Words{"passes[1]"});
     EXPECT_EQ(completion_candidates(root, "tool.h"), Words{"tool.holder"});
-}
 
-TEST(ReplCompletion, WordStartAndCommonPrefix) {
     using vorparam::completion_word_start;
     EXPECT_EQ(completion_word_start("sqrt(tool.di"), 5u);
     EXPECT_EQ(completion_word_start("a * list[2].na"), 4u);
