@@ -2,22 +2,14 @@
 #ifndef VORPARAMETER_TESTS_CONTAINERS_CONTAINER_TEST_HELPERS_H
 #define VORPARAMETER_TESTS_CONTAINERS_CONTAINER_TEST_HELPERS_H
 
-#include "vorparameter/containers/vorParameterArray.h"
-#include "vorparameter/containers/vorParameterVector.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
+#include "../support/prelude.h"
 
 #include <initializer_list>
-#include <vector>
 
 namespace container_test {
 
 inline vorParameterPtr number(double v, vorParameterSubType kind = SUB_REAL) {
-    return vorParameterPtr(new vorParameterNumeric(kind, vorDimensions(), v));
-}
-
-inline vorParameterPtr text(const char* s) {
-    return vorParameterPtr(new vorParameterString(s));
+    return real(v, vorDimensions(), kind);
 }
 
 /// A plain array of the given numbers.

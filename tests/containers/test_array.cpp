@@ -3,11 +3,7 @@
 
 #include "container_test_helpers.h"
 
-#include "vorparameter/containers/vorParameterTempArray.h"
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <climits>
 
@@ -77,7 +73,7 @@ TEST(Array, CopiesCloneAndParentTheElements) {
     EXPECT_EQ(values_of(nested), (std::vector<double>{4, 5}));
 }
 
-TEST(Array, OperatorsWorkElementByElement) {
+TEST(Array, OperatorsValidityAndPrint) {
     vorParameterPtr a = array_of({1, 2});
     vorParameterPtr joined = a->operate_binary("+", array_of({3}));
     EXPECT_EQ(values_of(joined), (std::vector<double>{1, 2, 3}));
@@ -102,6 +98,16 @@ TEST(Array, OperatorsWorkElementByElement) {
     vorEvaluator eval(&scope);
     EXPECT_EQ(eval.evaluate("a == {1;2}")->get_int(), 1);
     EXPECT_EQ(eval.evaluate("(a + {3; 4})[3]")->get_double(), 4);
+
+    // Validity and print skip inactive elements.
+    vorParameterPtr array = array_of({1});
+    vorParameterPtr dangling = array->add(vorParameterKey(), number(0));
+    dangling->set_string("no_such_name + 1");
+    EXPECT_TRUE(array->print(0).starts_with("(ARRAY !) \n\t[0] "));
+    dangling->set_active("0");
+    EXPECT_TRUE(array->is_valid()) << "inactive elements do not count";
+    EXPECT_FALSE(array->print(0).contains("[1] "));
+    EXPECT_TRUE(array->print(-5).starts_with("(ARRAY) \n\t[0] "));
 }
 
 TEST(Array, SliceKeepsARangeOfClones) {
@@ -116,17 +122,6 @@ TEST(Array, SliceKeepsARangeOfClones) {
     vorParameterPtr part = array.slice(1, 3);
     EXPECT_EQ(part->parent(), nullptr);
     EXPECT_EQ(part["0"]->parent(), part.get());
-}
-
-TEST(Array, ValidityAndPrintSkipInactiveElements) {
-    vorParameterPtr array = array_of({1});
-    vorParameterPtr broken = array->add(vorParameterKey(), number(0));
-    broken->set_string("no_such_name + 1");
-    EXPECT_TRUE(array->print(0).starts_with("(ARRAY !) \n\t[0] "));
-    broken->set_active("0");
-    EXPECT_TRUE(array->is_valid()) << "inactive elements do not count";
-    EXPECT_FALSE(array->print(0).contains("[1] "));
-    EXPECT_TRUE(array->print(-5).starts_with("(ARRAY) \n\t[0] "));
 }
 
 TEST(TempArray, HoldsWithoutParentingByNameOrPosition) {

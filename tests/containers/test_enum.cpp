@@ -4,22 +4,12 @@
 #include "../support/doc_examples.h"
 #include "../support/documented_tree.h"
 
-#include "vorparameter/containers/vorParameterEnum.h"
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/platform/vorTranslate.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <climits>
 #include <fstream>
-#include <sstream>
 
 namespace {
-
-int g_modified = 0;
-void count_modification(vorParameter*) {
-    ++g_modified;
-}
 
 utString shout(const utString& key) {
     return key.upcase();
@@ -27,10 +17,6 @@ utString shout(const utString& key) {
 
 vorParameterPtr enumeration(const char* states, const char* value = "") {
     return vorParameterPtr(new vorParameterEnum(states, value));
-}
-
-vorParameterPtr evaluate(const vorParameterPtr& scope, const char* expression) {
-    return vorEvaluator(scope.get()).evaluate(expression);
 }
 
 /// The tree of docs/enumerations.md: the documented tree with a strategy
@@ -50,7 +36,7 @@ vorParameterPtr enumeration_tree() {
 
 } // namespace
 
-TEST(Enum, StatesAreFoundByNameAndIndex) {
+TEST(Enum, StatesAreFoundByNameIndexOrOldName) {
     vorParameterPtr e = enumeration("a||b|a");
     EXPECT_EQ(e->get_string(), "a");
     EXPECT_EQ(e->get_int(), 0);
@@ -66,9 +52,18 @@ TEST(Enum, StatesAreFoundByNameAndIndex) {
 
     EXPECT_EQ(enumeration("x|y", "y")->get_string(), "y");
     EXPECT_EQ(static_cast<vorParameterEnum&>(*enumeration("")).num_states(), 1);
+
+    // Every entry is checked against docs/enumerations.md below.
+    EXPECT_EQ(vorParameterEnum::lookup_state_synonym("TubeClear"), "TubeClear");
+    vorParameterPtr old = enumeration("along_corner|finishing|port_area_clear", "alongcorner");
+    EXPECT_TRUE(old->is_valid());
+    EXPECT_EQ(old->get_int(), 0);
+    EXPECT_EQ(static_cast<vorParameterEnum&>(*old).find_index("semi"), 1);
+    old->set_string("tubeclear");
+    EXPECT_EQ(old->get_string(), "port_area_clear");
 }
 
-TEST(Enum, WritingSelectsByIndexOrStoresTheName) {
+TEST(Enum, WritingSelectsByIndexOrStoresTheNameAndConditionsAreEvaluatedInScope) {
     vorParameterPtr e = enumeration("a|b|c");
     e->set_onmodify_callback(&count_modification);
     g_modified = 0;
@@ -94,20 +89,7 @@ TEST(Enum, WritingSelectsByIndexOrStoresTheName) {
         EXPECT_EQ(e->get_string(), "") << far;
     }
     EXPECT_EQ(g_modified, 11);
-}
 
-TEST(Enum, SynonymsMapOldNames) {
-    // Every entry is checked against docs/enumerations.md below.
-    EXPECT_EQ(vorParameterEnum::lookup_state_synonym("TubeClear"), "TubeClear");
-    vorParameterPtr e = enumeration("along_corner|finishing|port_area_clear", "alongcorner");
-    EXPECT_TRUE(e->is_valid());
-    EXPECT_EQ(e->get_int(), 0);
-    EXPECT_EQ(static_cast<vorParameterEnum&>(*e).find_index("semi"), 1);
-    e->set_string("tubeclear");
-    EXPECT_EQ(e->get_string(), "port_area_clear");
-}
-
-TEST(Enum, ConditionsAreEvaluatedInTheEnumerationsScope) {
     vorParameterPtr root = enumeration_tree();
     auto& method = static_cast<vorParameterEnum&>(*(*root)["strategy.method"]);
     method.add_state("text", "", "", "'yes'");
@@ -133,7 +115,7 @@ TEST(Enum, ConditionsAreEvaluatedInTheEnumerationsScope) {
 
 TEST(Enum, ExpressionValuesAreValidWhenTheyNameAState) {
     vorParameterPtr root(new vorParameterRoot("machining"));
-    vorParameterPtr choice = root->add("choice", vorParameterPtr(new vorParameterString("b")));
+    vorParameterPtr choice = root->add("choice", text("b"));
     vorParameterPtr e = root->add("e", enumeration("a|b"));
     e->set_string("${choice}");
     EXPECT_EQ(e->get_string(), "b");
@@ -188,7 +170,7 @@ TEST(Enum, TitlesCopiesResetAndLocks) {
     EXPECT_EQ(states.num_states(), 4);
     EXPECT_EQ(g_modified, 0);
     // A locked enumeration still compares.
-    EXPECT_EQ(evaluate(root, "strategy.method == 'plain'")->get_int(), 1);
+    EXPECT_EQ(eval(root, "strategy.method == 'plain'")->get_int(), 1);
 }
 
 TEST(Enum, ComparisonWithTextsInExpressionsAndActiveConditions) {
@@ -196,11 +178,10 @@ TEST(Enum, ComparisonWithTextsInExpressionsAndActiveConditions) {
     vorParameterPtr strategy = (*root)["strategy"];
     // The examples of docs/enumerations.md compare with names, old names,
     // misspellings, numbers and other enumerations; these add the sides swapped.
-    EXPECT_EQ(evaluate(strategy, "'raster' != method")->get_int(), 0);
-    EXPECT_EQ(evaluate(strategy, "0 == method")->subtype(), ERR_TYPE);
+    EXPECT_EQ(eval(strategy, "'raster' != method")->get_int(), 0);
+    EXPECT_EQ(eval(strategy, "0 == method")->subtype(), ERR_TYPE);
 
-    vorParameterPtr stepdown = strategy->add(
-        "stepdown", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 1)));
+    vorParameterPtr stepdown = strategy->add("stepdown", real(1, DIM_LENGTH));
     stepdown->set_active("method == 'raster'");
     EXPECT_TRUE(stepdown->is_active());
     (*strategy)["method"]->set_string("offset");
@@ -211,14 +192,12 @@ TEST(Enum, ComparisonWithTextsInExpressionsAndActiveConditions) {
     EXPECT_FALSE(stepdown->is_active());
 }
 
-TEST(Enum, DocumentedExamplesEvaluateAsShown) {
+TEST(Enum, DocumentedExamplesAndSynonymTableAreTheOnesInUse) {
     vorParameterPtr root = enumeration_tree();
     expect_doc_examples("docs/enumerations.md", 8, [&](const std::string& expression) {
         return vorEvaluator(root.get()).evaluate(expression)->get_string().str();
     });
-}
 
-TEST(Enum, DocumentedSynonymTableIsTheOneInUse) {
     std::ifstream page(std::string(VORPARAMETER_SOURCE_DIR) + "/docs/enumerations.md");
     std::string line;
     while (std::getline(page, line) && line != "## Synonyms") {

@@ -3,11 +3,7 @@
 
 #include "container_test_helpers.h"
 
-#include "vorparameter/containers/vorParameterUtils.h"
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 using namespace container_test;
 using Utils = vorParameterUtils;
@@ -30,7 +26,7 @@ vorParameterPtr workplane_map(vorParameterSubType kind = SUB_MAP) {
 
 } // namespace
 
-TEST(VectorConversion, ReadsAndWritesArraysOfNumbersOnly) {
+TEST(VectorConversion, ArraysOfNumbersConvertAndVectorAndWorkplaneTests) {
     vorParameterPtr v = xyz(1, 2, 3);
     EXPECT_EQ(Utils::to_gipoint2(*v), giPoint2(1, 2));
     EXPECT_EQ(Utils::to_giunitvec3(*xyz(0, 0, 5)), giUnitVec3(0, 0, 1));
@@ -54,9 +50,7 @@ TEST(VectorConversion, ReadsAndWritesArraysOfNumbersOnly) {
         EXPECT_FALSE(Utils::from_gipoint3(*bad, giPoint3(9, 9, 9)));
     }
     EXPECT_EQ(Utils::to_gipoint2(*two), giPoint2(7, 7));
-}
 
-TEST(VectorConversion, VectorAndWorkplaneTests) {
     vorParameterPtr plain = array_of({0, 1, 2});
     EXPECT_FALSE(Utils::is_vector(*plain));
     EXPECT_EQ(Utils::to_gipoint3(*plain), giPoint3(0, 1, 2)) << "converts, but is no vector";

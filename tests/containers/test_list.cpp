@@ -3,13 +3,7 @@
 
 #include "container_test_helpers.h"
 
-#include "vorparameter/containers/vorParameterList.h"
-#include "vorparameter/containers/vorParameterSharedList.h"
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 using namespace container_test;
 
@@ -37,7 +31,7 @@ TEST(List, LookupOnePastTheEndAppends) {
     // Expressions read through the const lookup, and a path continues into
     // the new element.
     vorParameterMap scope;
-    vorParameterPtr maps = scope.add("maps", list_of(vorParameterPtr(new vorParameterMap())));
+    vorParameterPtr maps = scope.add("maps", list_of(map()));
     EXPECT_EQ(vorEvaluator(&scope).evaluate("maps[0]")->type(), TYPE_MAP);
     EXPECT_EQ(maps["-1.x"]->subtype(), ERR_INVALID_NAME);
     EXPECT_EQ(maps->size(), 2);
@@ -80,7 +74,7 @@ TEST(List, ElementTypeDecidesWhatIsAdded) {
     EXPECT_EQ(broken->size(), 0);
 }
 
-TEST(List, SetIntResizesAndCopyValueFromFollowsTheSource) {
+TEST(List, SetIntResizesCopiesFollowTheSourceAndSharedListsHoldMembers) {
     vorParameterPtr list = list_of(integer(9));
     list->set_int(2);
     list["0"]->set_int(1);
@@ -106,9 +100,8 @@ TEST(List, SetIntResizesAndCopyValueFromFollowsTheSource) {
     vorParameterPtr names = vorParameterList::of_strings({"a", "B"});
     EXPECT_EQ(names["1"]->get_string(), "B");
     EXPECT_EQ(names["-1"]->type(), TYPE_STRING);
-}
 
-TEST(SharedList, HoldsParentedMembersOfItsTypeOnly) {
+    // A shared list holds parented members of its type only.
     vorParameterMap tools;
     vorParameterPtr t1 = tools.add("t1", integer(1));
     vorParameterPtr label = tools.add("label", text("x"));
@@ -121,11 +114,11 @@ TEST(SharedList, HoldsParentedMembersOfItsTypeOnly) {
     EXPECT_EQ(shared->add("0", vorParameterError::create(ERR_TYPE))->subtype(), SUB_INT);
     EXPECT_EQ(shared["2"]->type(), TYPE_NUMERIC);
 
-    vorParameterPtr copy = shared.copy();
-    EXPECT_EQ(copy["1"].get(), t1.get());
+    vorParameterPtr shared_copy = shared.copy();
+    EXPECT_EQ(shared_copy["1"].get(), t1.get());
     EXPECT_EQ(shared->remove("1").get(), t1.get());
     shared.reset();
-    copy.reset();
+    shared_copy.reset();
     EXPECT_EQ(t1->parent(), &tools);
 
     vorParameterPtr lists(new vorParameterSharedList(list_of(integer(0))));

@@ -2,9 +2,7 @@
 // the property that holds for all of them: mirroring twice in the same plane
 // gives back the original.
 
-#include "vorparameter/vorparameter.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <random>
 
@@ -16,7 +14,7 @@ vorParameterPtr with_mode(vorParameterPtr par, vorParameterMirrorMode mode) {
 }
 
 vorParameterPtr number(double v, vorParameterMirrorMode mode = MIRROR_NONE) {
-    return with_mode(vorParameterPtr(new vorParameterNumeric(SUB_ANGLE, vorDimensions(), v)), mode);
+    return with_mode(real(v, vorDimensions(), SUB_ANGLE), mode);
 }
 
 vorParameterPtr text(const char* s, vorParameterMirrorMode mode) {
@@ -118,7 +116,7 @@ TEST(Mirror, GeometryInThePlaneXEquals5) {
     vorParameterRoot top;
     top.add("outside", outside);
     top.add("root", root);
-    root->add("ref", with_mode(vorParameterPtr(new vorParameterRef("^outside")), MIRROR_NEGATE));
+    root->add("ref", with_mode(reference("^outside"), MIRROR_NEGATE));
 
     vorParameterUtils::mirror_parameters(root, giPoint3(5, 9, 9), giVector3(-3, 0, 0));
 

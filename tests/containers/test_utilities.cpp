@@ -1,22 +1,12 @@
 // The whole-tree tools: detaching records, stripping active expressions,
 // reserved names, entities and the default validity test.
 
-#include "vorparameter/vorparameter.h"
+#include "../support/prelude.h"
 
-#include <gtest/gtest.h>
+namespace {} // namespace
 
-namespace {
-
-vorParameterPtr number(const char* text) {
-    vorParameterPtr par(new vorParameterNumeric(SUB_REAL, vorDimensions(), 0.0));
-    par->set_string(text);
-    return par;
-}
-
-} // namespace
-
-TEST(Utilities, StrippingDetachesTheRecordFromCopies) {
-    vorParameterPtr original = number("1");
+TEST(Utilities, StrippingDetachesTheRecordMakesSubtreesActiveAndValidityEvaluatesNumbers) {
+    vorParameterPtr original = numeric("1");
     original->set_active("0");
     vorParameterPtr copy = original.copy();
     vorParameterUtils::strip_expression(*copy);
@@ -25,23 +15,29 @@ TEST(Utilities, StrippingDetachesTheRecordFromCopies) {
     EXPECT_EQ(original->get_label(), "");
     EXPECT_TRUE(copy->is_active());
     EXPECT_FALSE(original->is_active());
-}
 
-TEST(Utilities, RemoveActiveExpressionsMakesTheWholeSubtreeActive) {
+    EXPECT_TRUE(vorParameterUtils::default_valid(*numeric("2*3")));
+    EXPECT_FALSE(vorParameterUtils::default_valid(*numeric("1/0")));
+    EXPECT_FALSE(vorParameterUtils::default_valid(*numeric("'text'")));
+    vorParameterPtr ranged = numeric("12");
+    static_cast<vorParameterNumeric&>(*ranged).set_range(vorRange(0, 10));
+    EXPECT_FALSE(vorParameterUtils::default_valid(*ranged));
+    EXPECT_TRUE(vorParameterUtils::default_valid(*text("x")));
+    EXPECT_FALSE(vorParameterUtils::default_valid(*vorParameterPtr(new vorParameterData(""))));
+
     vorParameterPtr root(new vorParameterMap());
-    vorParameterPtr inner = root->add("inner", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr inner = root->add("inner", map());
     inner->set_active("0");
-    vorParameterPtr depth = inner->add("depth", number("2+3"));
+    vorParameterPtr depth = inner->add("depth", numeric("2+3"));
     depth->set_active("depth > 100");
     vorParameterPtr list = inner->add("list", vorParameterPtr(new vorParameterArray()));
-    list->add(vorParameterKey(), number("7"))->set_active("0");
+    list->add(vorParameterKey(), numeric("7"))->set_active("0");
     auto* choice = new vorParameterEnum();
     choice->add_state("raster", "", "", "0");
     choice->add_state("spiral", "", "", "depth > 100");
     choice->set_string("spiral");
     inner->add("method", vorParameterPtr(choice));
-    vorParameterPtr body =
-        root->add("twice", vorParameterPtr(new vorParameterFunction("argv[0]*2")));
+    vorParameterPtr body = root->add("twice", function("argv[0]*2"));
     body->set_active("0");
 
     vorParameterUtils::remove_active_expressions(*root);
@@ -61,7 +57,7 @@ TEST(Utilities, RemoveActiveExpressionsMakesTheWholeSubtreeActive) {
 }
 
 TEST(Utilities, ReservedNamesAndEntities) {
-    vorParameterPtr par = number("1");
+    vorParameterPtr par = numeric("1");
     for (const char* name : {"vantrel", "local", "project"}) {
         par->set_name(name);
         EXPECT_TRUE(vorParameterUtils::is_restricted_parameter(par)) << name;
@@ -77,7 +73,7 @@ TEST(Utilities, ReservedNamesAndEntities) {
     vorParameterPtr no_id = root.add("plain", vorParameterPtr(new vorParameterData("Boundary")));
     data->set_id(vorRefToObjectId(vorUniqueId::generate()));
     EXPECT_FALSE(vorParameterUtils::is_entity(boundary)) << "no entity function: an error";
-    root.add("entity", vorParameterPtr(new vorParameterFunction("argv[0]")));
+    root.add("entity", function("argv[0]"));
     EXPECT_TRUE(vorParameterUtils::is_entity(boundary));
     EXPECT_FALSE(vorParameterUtils::is_entity(no_id));
     auto* ref = new vorParameterRef();
@@ -85,15 +81,4 @@ TEST(Utilities, ReservedNamesAndEntities) {
     ref->set_ref_from_id(data->get_id());
     EXPECT_TRUE(vorParameterUtils::is_entity(by_ref));
     EXPECT_FALSE(vorParameterUtils::is_entity(vorParameterPtr()));
-}
-
-TEST(Utilities, DefaultValidityEvaluatesNumbers) {
-    EXPECT_TRUE(vorParameterUtils::default_valid(*number("2*3")));
-    EXPECT_FALSE(vorParameterUtils::default_valid(*number("1/0")));
-    EXPECT_FALSE(vorParameterUtils::default_valid(*number("'text'")));
-    vorParameterPtr ranged = number("12");
-    static_cast<vorParameterNumeric&>(*ranged).set_range(vorRange(0, 10));
-    EXPECT_FALSE(vorParameterUtils::default_valid(*ranged));
-    EXPECT_TRUE(vorParameterUtils::default_valid(*vorParameterPtr(new vorParameterString("x"))));
-    EXPECT_FALSE(vorParameterUtils::default_valid(*vorParameterPtr(new vorParameterData(""))));
 }

@@ -3,10 +3,7 @@
 
 #include "container_test_helpers.h"
 
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 using namespace container_test;
 

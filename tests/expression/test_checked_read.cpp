@@ -1,13 +1,7 @@
 // vorReadDouble: a true number (0 included) against each way a read fails,
 // with the error it reports; the value always equals get_double().
 
-#include "vorparameter/expression/vorCheckedRead.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 namespace {
 
@@ -18,12 +12,11 @@ struct Tree {
     Tree() {
         add("a", "4");
         add("b", "0");
-        root.add("name", vorParameterPtr(new vorParameterString("mill")));
+        root.add("name", text("mill"));
     }
 
     vorParameterPtr add(const char* name, const char* text) {
-        vorParameterPtr par =
-            root.add(name, vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, 0.0)));
+        vorParameterPtr par = root.add(name, real(0.0));
         par->set_string(text);
         return par;
     }
@@ -31,7 +24,7 @@ struct Tree {
 
 } // namespace
 
-TEST(CheckedRead, NumbersReadAsGetDoubleDoesIncludingATrueZero) {
+TEST(CheckedRead, NumbersReadAsGetDoubleAndFailuresReportTheirError) {
     Tree t;
     struct Case {
         const char* text;
@@ -49,29 +42,24 @@ TEST(CheckedRead, NumbersReadAsGetDoubleDoesIncludingATrueZero) {
     vorParameterPtr clamped = t.add("clamped", "a * 10");
     static_cast<vorParameterNumeric*>(clamped.get())->set_range(vorRange(0, 5));
     EXPECT_EQ(vorReadDouble(clamped).value(), 5.0);
-    EXPECT_EQ(vorReadDouble(t.root.add("ref", vorParameterPtr(new vorParameterRef("a")))).value(),
-              4.0);
-}
+    EXPECT_EQ(vorReadDouble(t.root.add("ref", reference("a"))).value(), 4.0);
 
-TEST(CheckedRead, EachFailureReportsTheErrorThatStoodInItsPlace) {
-    Tree t;
-    struct Case {
+    // Each failure reports the error that stood in its place.
+    struct Failure {
         vorParameterPtr par;
         vorParameterSubType kind;
         const char* message;
-    } cases[] = {
+    } failures[] = {
         {t.add("div", "1 + a / b"), ERR_DIVIDE_BY_ZERO, "Divide by zero"},
         {t.add("unknown", "a + nosuch"), ERR_INVALID_NAME, "Invalid name"},
         {t.add("text", "name"), ERR_TYPE, "Type error"},
         {t.add("empty", ""), ERR_TYPE, "Type error"},
         {t.root["nosuch"], ERR_INVALID_NAME, "Invalid name"},
         {t.root["name"], ERR_TYPE, "Type error"},
-        {t.root.add("bad_ref", vorParameterPtr(new vorParameterRef("div"))), ERR_DIVIDE_BY_ZERO,
-         "Divide by zero"},
-        {t.root.add("dangling", vorParameterPtr(new vorParameterRef("nosuch"))), ERR_EXPRESSION,
-         "Expression/Reference error"},
+        {t.root.add("bad_ref", reference("div")), ERR_DIVIDE_BY_ZERO, "Divide by zero"},
+        {t.root.add("dangling", reference("nosuch")), ERR_EXPRESSION, "Expression/Reference error"},
     };
-    for (const Case& c : cases) {
+    for (const Failure& c : failures) {
         vorCheckedDouble read = vorReadDouble(c.par);
         EXPECT_FALSE(read) << c.message;
         EXPECT_EQ(read.value(), 0.0) << c.message;

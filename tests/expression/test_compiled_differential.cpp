@@ -3,30 +3,12 @@
 // everything an evaluation shows, whether the evaluator is given the text or
 // a parameter holding it is read (which runs the text's compiled plan).
 
-#include "vorparameter/containers/vorParameterArray.h"
-#include "vorparameter/containers/vorParameterEnum.h"
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterFunction.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-#include "vorparameter/platform/nlsUtils.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <cstdlib>
 #include <random>
-#include <string>
-#include <vector>
 
 namespace {
-
-int g_reads = 0;
-
-void count_read(const vorParameter*) {
-    ++g_reads;
-}
 
 // Reading "volatile" adds the member "extra" where it is missing and removes
 // it where it is present: the tree changes in the middle of an evaluation.
@@ -34,34 +16,16 @@ vorParameter* g_root = nullptr;
 void toggle_member(const vorParameter*) {
     ++g_reads;
     if (g_root->remove("extra").is_null())
-        g_root->add("extra", vorParameterPtr(new vorParameterNumeric(SUB_INT, DIM_NONE, 7)));
+        g_root->add("extra", real(7, DIM_NONE, SUB_INT));
 }
 
-/// Everything one evaluation shows.
-struct Outcome {
-    std::string text;
-    int type = 0;
-    int subtype = 0;
-    std::string dimension;
-    std::vector<std::string> paramset;
-    bool has_function = false;
-    int reads = 0;
-    std::string expr;
-
-    bool operator==(const Outcome& o) const {
-        return text == o.text && type == o.type && subtype == o.subtype &&
-               dimension == o.dimension && paramset == o.paramset &&
-               has_function == o.has_function && reads == o.reads && expr == o.expr;
-    }
-};
-
-std::ostream& operator<<(std::ostream& out, const Outcome& o) {
-    out << "value '" << o.text << "' type " << o.type << " subtype " << o.subtype << " dim "
-        << o.dimension << " function " << o.has_function << " reads " << o.reads << " expr '"
-        << o.expr << "' paramset";
-    for (const std::string& name : o.paramset)
-        out << ' ' << name;
-    return out;
+/// The kind, text and dimension of a result: what a value shows of itself.
+std::string shown(const vorParameterPtr& result) {
+    std::string text = std::to_string(result->type()) + "/" + std::to_string(result->subtype()) +
+                       " '" + result->get_string().str() + "'";
+    if (const vorParameterNumeric* number = vorParameterNumeric::ut_dynamic_cast(result.get()))
+        text += " " + number->get_dim().get_string().str();
+    return text;
 }
 
 class Differential {
@@ -76,9 +40,8 @@ public:
 
     /// Evaluates `text` scanned and compiled, from the same tree each time.
     void compare(const std::string& text, bool strict) {
-        const Outcome scanned = evaluate(text, strict, false);
-        const Outcome compiled = evaluate(text, strict, true);
-        ASSERT_EQ(scanned, compiled) << "text: " << text << (strict ? " (strict)" : "");
+        ASSERT_EQ(evaluate(text, strict, false), evaluate(text, strict, true))
+            << "text: " << text << (strict ? " (strict)" : "");
     }
 
     /// Reads a member whose value is `text` both ways, three times each: a
@@ -90,9 +53,8 @@ public:
                                      kinds[pick(0, 3)], vorDimensions(0, pick(0, 1), 0), 0)));
         probe->set_string(text.c_str());
         for (int read = 0; read < 3; ++read) {
-            const Outcome scanned = read_value(*probe, false);
-            const Outcome compiled = read_value(*probe, true);
-            ASSERT_EQ(scanned, compiled) << "value: " << text << " (read " << read << ")";
+            ASSERT_EQ(read_value(*probe, false), read_value(*probe, true))
+                << "value: " << text << " (read " << read << ")";
         }
     }
 
@@ -197,21 +159,23 @@ private:
     void build_tree() {
         for (int i = 0; i < 6; ++i)
             m_root->add(("n" + std::to_string(i)).c_str(), numeric());
-        m_root->add("s0", vorParameterPtr(new vorParameterString("t${n1}")));
-        m_root->add("s1", vorParameterPtr(new vorParameterString("abc")));
-        m_root->add("r0", vorParameterPtr(new vorParameterRef("n1")));
-        m_root->add("f", vorParameterPtr(new vorParameterFunction("argv[0]*2")));
-        m_root->add("g", vorParameterPtr(new vorParameterFunction("argv[0]+argv[1]")));
-        vorParameterPtr tool = m_root->add("tool", vorParameterPtr(new vorParameterMap()));
-        tool->add("diameter", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 6)));
+        m_root->add("s0", text("t${n1}"));
+        m_root->add("s1", text("abc"));
+        m_root->add("r0", reference("n1"));
+        m_root->add("f", function("argv[0]*2"));
+        m_root->add("g", function("argv[0]+argv[1]"));
+        vorParameterPtr tool = m_root->add("tool", map());
+        tool->add("diameter", real(6, DIM_LENGTH));
         vorParameterPtr list = m_root->add("list", vorParameterPtr(new vorParameterArray()));
-        list->add(vorParameterKey(), vorParameterPtr(new vorParameterString("first")));
+        list->add(vorParameterKey(), text("first"));
         list->add(vorParameterKey(), numeric());
         vorParameterPtr changing = m_root->add("volatile", numeric());
         changing->set_onread_callback(toggle_member);
     }
 
-    Outcome evaluate(const std::string& text, bool strict, bool compiled) {
+    /// Everything one evaluation shows: the result, the reads it caused,
+    /// the parameters it recorded and the text it rewrote.
+    std::string evaluate(const std::string& text, bool strict, bool compiled) {
         m_root->remove("extra");
         const bool previous = vorEvaluator::set_compiled(compiled);
         g_reads = 0;
@@ -219,37 +183,26 @@ private:
         if (strict)
             evaluator.strict_decimal();
         vorParameterPtr result = evaluator.evaluate(text.c_str());
-        Outcome outcome;
-        outcome.reads = g_reads;
-        outcome.has_function = evaluator.has_function_param();
+        std::string outcome = "reads " + std::to_string(g_reads) + " function " +
+                              std::to_string(evaluator.has_function_param()) + " expr '" +
+                              evaluator.get_expr().str() + "' paramset";
         for (const vorParameterPtr& p : evaluator.paramset())
-            outcome.paramset.push_back(p->get_name().str());
-        outcome.expr = evaluator.get_expr().str();
-        outcome.type = result->type();
-        outcome.subtype = result->subtype();
-        outcome.text = result->get_string().str();
-        if (const vorParameterNumeric* number = vorParameterNumeric::ut_dynamic_cast(result.get()))
-            outcome.dimension = number->get_dim().get_string().str();
+            outcome += " " + p->get_name().str();
+        outcome += " value " + shown(result);
         vorEvaluator::set_compiled(previous);
         return outcome;
     }
 
     /// What the evaluate() of a member holding an expression gives, and its
     /// get_double() and get_string() after it.
-    Outcome read_value(const vorParameter& probe, bool compiled) {
+    std::string read_value(const vorParameter& probe, bool compiled) {
         m_root->remove("extra");
         const bool previous = vorEvaluator::set_compiled(compiled);
         g_reads = 0;
-        vorParameterPtr result = probe.evaluate();
-        Outcome outcome;
-        outcome.type = result->type();
-        outcome.subtype = result->subtype();
-        outcome.text = result->get_string().str();
-        if (const vorParameterNumeric* number = vorParameterNumeric::ut_dynamic_cast(result.get()))
-            outcome.dimension = number->get_dim().get_string().str();
+        std::string outcome = shown(probe.evaluate());
         m_root->remove("extra");
-        outcome.expr = std::to_string(probe.get_double()) + " " + probe.get_string().str();
-        outcome.reads = g_reads;
+        outcome += " then " + std::to_string(probe.get_double()) + " '" + probe.get_string().str() +
+                   "' reads " + std::to_string(g_reads);
         vorEvaluator::set_compiled(previous);
         return outcome;
     }

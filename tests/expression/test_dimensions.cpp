@@ -1,9 +1,6 @@
-#include "vorparameter/expression/vorDimensions.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <climits>
-#include <string>
 
 namespace {
 
@@ -20,7 +17,7 @@ vorDimensions read(const char* text) {
 
 } // namespace
 
-TEST(Dimensions, StandardDimensionsPrintAndReadBack) {
+TEST(Dimensions, PrintedFormsReadBackAndReadingRules) {
     const char* printed[] = {"",        "[M]",     "[L]",      "[T]",      "[LL]",    "[LLL]",
                              "[L/T]",   "[L/TT]",  "[1/T]",    "[1/T]",    "[M/LLL]", "[ML/T]",
                              "[ML/TT]", "[M/LTT]", "[MLL/TT]", "[MLL/TTT]"};
@@ -41,18 +38,14 @@ TEST(Dimensions, StandardDimensionsPrintAndReadBack) {
         EXPECT_NE(bad, vorDimensions(DIM_NONE));
         EXPECT_EQ(vorDimensions(bad.get_string()), bad);
     }
-}
 
-TEST(Dimensions, EveryPrintedFormReadsBack) {
     for (int m = -4; m <= 4; ++m)
         for (int l = -4; l <= 4; ++l)
             for (int t = -4; t <= 4; ++t) {
                 vorDimensions d(m, l, t);
                 expect_exponents(vorDimensions(d.get_string()), m, l, t);
             }
-}
 
-TEST(Dimensions, ReadingRules) {
     expect_exponents(read("[L/T]"), 0, 1, -1);
     expect_exponents(read("L/TT"), 0, 1, -2);
     expect_exponents(read("1/T"), 0, 0, -1);
@@ -71,7 +64,7 @@ TEST(Dimensions, ReadingRules) {
     EXPECT_EQ(vorDimensions(utString("[" + n + "/" + n + "]")).invalid(), 1);
 }
 
-TEST(Dimensions, CombinationRules) {
+TEST(Dimensions, CombinationRulesAndTheExponentBound) {
     const vorDimensions length(DIM_LENGTH), area(DIM_AREA), invalid;
     EXPECT_EQ(length * length, area);
     EXPECT_EQ(area / length, length);
@@ -93,9 +86,7 @@ TEST(Dimensions, CombinationRules) {
         EXPECT_EQ((other + invalid).invalid(), 1);
     }
     EXPECT_EQ(invalid.pow(0).invalid(), 1);
-}
 
-TEST(Dimensions, ExponentsBeyondTheBoundGiveInvalid) {
     const int bound = vorDimensions::max_exponent;
     const vorDimensions top(bound, 0, 0), bottom(0, 0, -bound), mass(DIM_MASS);
     EXPECT_EQ(vorDimensions(INT_MAX, 0, 0).invalid(), 1);

@@ -1,17 +1,7 @@
 // The expression language end to end: literals, names, operators, lists,
 // short-circuits, limits and the text rewriting of the tokenizer.
 
-#include "vorparameter/containers/vorParameterTempArray.h"
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/parameter/vorParameterRoot.h"
-#include "vorparameter/platform/nlsUtils.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
 
@@ -21,13 +11,9 @@ protected:
         : root(new vorParameterRoot("machining")) {
         root->add("a", real(2));
         root->add("b", real(3));
-        root->add("s", vorParameterPtr(new vorParameterString("abc")));
-        tool = root->add("tool", vorParameterPtr(new vorParameterMap()));
-        tool->add("diameter", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 6)));
-    }
-
-    static vorParameterPtr real(double v) {
-        return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, v));
+        root->add("s", text("abc"));
+        tool = root->add("tool", map());
+        tool->add("diameter", real(6, DIM_LENGTH));
     }
 
     vorParameterPtr eval(const char* text) { return vorEvaluator(root.get()).evaluate(text); }
@@ -47,85 +33,59 @@ protected:
 // repeated here: left-associativity, "-2^2", units after an operand, names
 // in any case, short-circuits and errors as values.
 
-TEST_F(Evaluator, PrecedenceAndAssociativity) {
+TEST_F(Evaluator, ValuesOfOperatorsLiteralsNamesAndShortCircuits) {
+    // Keyword operators, "$name", texts compared, and the right side of "&"
+    // and "|" skipped with its unknown names and calls.
+    for (const char* truth : {"1 < 2 == 1", "NOT 0", "1 and 0 or 1", "a GE 2", "a <= b",
+                              "'abc' <= 'abd'", "s == 'abc'", "1 | s(1)"})
+        EXPECT_EQ(number(truth), 1) << truth;
+    for (const char* falsity : {"1 XOR 1", "0 & (undefined(1) + x.y[2])", "0 & undefined(1)"})
+        EXPECT_EQ(number(falsity), 0) << falsity;
     EXPECT_EQ(number("(1+2)*3"), 9);
     EXPECT_EQ(number("7 % 4"), 3);
-    EXPECT_EQ(number("1 < 2 == 1"), 1);
-    EXPECT_EQ(number("NOT 0"), 1);
-    EXPECT_EQ(number("1 and 0 or 1"), 1);
-    EXPECT_EQ(number("1 XOR 1"), 0);
-    EXPECT_EQ(number("a GE 2"), 1);
-}
-
-TEST_F(Evaluator, UnitsApplyToTheOperandJustRead) {
+    EXPECT_EQ(number("$a"), 2);
+    // A unit applies to the operand just read; "2-3" is a subtraction.
+    EXPECT_EQ(number("2.5e-3in"), 2.5e-3 * 25.4);
     vorParameterPtr length = eval("10mm");
     EXPECT_EQ(length->get_double(), 10);
     EXPECT_EQ(static_cast<vorParameterNumeric&>(*length).get_dim(), vorDimensions(DIM_LENGTH));
-    EXPECT_EQ(number("2.5e-3in"), 2.5e-3 * 25.4);
-    EXPECT_EQ(kind("mm"), ERR_INVALID_NAME) << "a unit where an operand belongs is a name";
-}
-
-TEST_F(Evaluator, NumberLiteralsAndTheDecimalComma) {
     EXPECT_EQ(number("1,5"), 1.5);
     EXPECT_EQ(number(".5"), 0.5);
     EXPECT_EQ(number("1e-3"), 1e-3);
     EXPECT_EQ(number("2-3"), -1);
-    EXPECT_EQ(kind("1e-3e2"), ERR_SYNTAX) << "the literal ends before the second e";
-    EXPECT_EQ(kind("3 .5"), ERR_TYPE) << "after a number a point is the member operator";
-    EXPECT_EQ(kind("1e999"), ERR_SYNTAX);
-    EXPECT_EQ(kind(".5.2"), ERR_SYNTAX);
-
-    vorEvaluator strict(root.get());
-    strict.strict_decimal();
-    vorParameterPtr list = strict.evaluate("{1,5}");
-    EXPECT_EQ(list->size(), 2) << "with strict decimals a comma separates";
-}
-
-TEST_F(Evaluator, NamesPathsAndThis) {
-    EXPECT_EQ(number("$a"), 2);
-    EXPECT_EQ(kind("undefined_name"), ERR_INVALID_NAME);
+    EXPECT_EQ(eval("'abc' + \"d'e\"")->get_string(), "abcd'e");
     EXPECT_EQ(eval("THIS").get(), root.get());
     EXPECT_EQ(eval("this.a").get(), root["a"].get());
     EXPECT_EQ(vorEvaluator(nullptr).evaluate("a")->subtype(), ERR_INVALID_NAME);
-}
 
-TEST_F(Evaluator, ListsCallsAndGrouping) {
     EXPECT_EQ(eval("(1)")->type(), TYPE_NUMERIC);
     EXPECT_EQ(eval("(1; 2)")->size(), 2);
     EXPECT_EQ(eval("{1; 2; 3}")->size(), 3);
-    EXPECT_EQ(eval("{}")->size(), 0);
-    EXPECT_EQ(eval("()")->size(), 0);
+    EXPECT_EQ(eval("{}")->size() + eval("()")->size(), 0);
     EXPECT_EQ(eval("{a; b}")["[1]"]->get_double(), 3);
     EXPECT_EQ(eval("{1; {2; 3}}")["[1]"]->size(), 2);
-    EXPECT_EQ(kind("{1; 2"), ERR_SYNTAX);
-    EXPECT_EQ(kind("s(1)"), ERR_INVALID_NAME) << "a call looks up functions only";
-    EXPECT_EQ(kind("(s)(1)"), ERR_TYPE) << "a string is not callable";
-    EXPECT_EQ(kind("undefined_fn()"), ERR_INVALID_NAME);
+    vorEvaluator strict(root.get());
+    strict.strict_decimal();
+    EXPECT_EQ(strict.evaluate("{1,5}")->size(), 2) << "with strict decimals a comma separates";
 }
 
-TEST_F(Evaluator, ShortCircuitSkipsNameLookups) {
-    EXPECT_EQ(kind("0 | undefined_name"), ERR_INVALID_NAME);
-    EXPECT_EQ(number("0 & (undefined(1) + x.y[2])"), 0);
-    EXPECT_EQ(number("0 & undefined(1)"), 0) << "a skipped call is no error";
-    EXPECT_EQ(number("1 | s(1)"), 1);
-}
-
-TEST_F(Evaluator, SyntaxErrors) {
-    for (const char* bad : {"", "   ", "1 2", "(1", "1)", "a =< b", "1 +", "*", "\"abc"})
-        EXPECT_EQ(kind(bad), ERR_SYNTAX) << bad;
-    // A text that cannot be read after a complete value is not dropped.
-    for (const char* bad : {"a 'b", "a 1e+", "0 & 'b"})
-        EXPECT_EQ(kind(bad), ERR_SYNTAX) << bad;
-    // The parse stops at "[" with an error, before the end of the text.
-    EXPECT_EQ(kind("[1]"), ERR_EXPRESSION);
-    EXPECT_EQ(number("a <= b"), 1);
-    EXPECT_EQ(kind("undefined_name)"), ERR_EXPRESSION) << "trailing text after an error";
-}
-
-TEST_F(Evaluator, StringsAndInterpolationInLiterals) {
-    EXPECT_EQ(eval("'abc' + \"d'e\"")->get_string(), "abcd'e");
-    EXPECT_EQ(number("'abc' <= 'abd'"), 1);
-    EXPECT_EQ(number("s == 'abc'"), 1);
+TEST_F(Evaluator, ErrorKinds) {
+    // A unit where an operand belongs is a name, and so is a call of a
+    // member: a call looks up functions only. A literal ends before a second
+    // "e"; a text that cannot be read after a complete value is not dropped.
+    // After a number a point is the member operator, and a string is not
+    // callable. The parse stops at "[" or after an error, before the end.
+    const std::pair<int, std::vector<const char*>> cases[] = {
+        {ERR_INVALID_NAME,
+         {"mm", "undefined_name", "s(1)", "undefined_fn()", "0 | undefined_name"}},
+        {ERR_SYNTAX,
+         {"1e-3e2", "1e999", ".5.2", "{1; 2", "", "   ", "1 2", "(1", "1)", "a =< b", "1 +", "*",
+          "\"abc", "a 'b", "a 1e+", "0 & 'b"}},
+        {ERR_TYPE, {"3 .5", "(s)(1)"}},
+        {ERR_EXPRESSION, {"[1]", "undefined_name)"}}};
+    for (const auto& [expected, texts] : cases)
+        for (const char* text : texts)
+            EXPECT_EQ(kind(text), expected) << text;
 }
 
 TEST_F(Evaluator, ParamsetRecordsEachParameterOnce) {
@@ -152,7 +112,7 @@ TEST_F(Evaluator, ParamsetRecordsEachParameterOnce) {
                   root[utString("p" + std::to_string(i))].get());
 }
 
-TEST_F(Evaluator, RewritesSeparatorsAndDecimalPoints) {
+TEST_F(Evaluator, RewritesSeparatorsAndLimitsAndSelfReferenceGiveErrorValues) {
     vorEvaluator evaluator(root.get());
     evaluator.evaluate("{1 , 2}");
     EXPECT_EQ(evaluator.get_expr(), "{1 ; 2}");
@@ -163,9 +123,7 @@ TEST_F(Evaluator, RewritesSeparatorsAndDecimalPoints) {
     EXPECT_EQ(vorEvaluator::localize("f(1.5; 2)"), "f(1,5; 2)");
     EXPECT_EQ(number("1,5 + 1"), 2.5);
     nlsUtils::set_decimal_point('.');
-}
 
-TEST_F(Evaluator, LimitsGiveErrorValues) {
     std::string deep(10000, '(');
     deep += "1";
     deep += std::string(10000, ')');
@@ -183,9 +141,7 @@ TEST_F(Evaluator, LimitsGiveErrorValues) {
     for (int i = 0; i < 20000; ++i)
         long_sum += "+1";
     EXPECT_EQ(number(long_sum.c_str()), 20000) << "a long flat expression is fine";
-}
 
-TEST_F(Evaluator, SelfReferenceThroughAChainIsAnError) {
     vorParameterPtr x = root->add("x", real(0));
     vorParameterPtr y = root->add("y", real(0));
     x->set_string("y + 1");

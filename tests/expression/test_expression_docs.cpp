@@ -3,9 +3,7 @@
 #include "../support/doc_examples.h"
 #include "../support/documented_tree.h"
 
-#include "vorparameter/expression/vorEvaluator.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 TEST(ExpressionDocs, EveryExampleEvaluatesAsDocumented) {
     vorParameterPtr root = documented_tree();

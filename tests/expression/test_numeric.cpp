@@ -1,12 +1,4 @@
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-#include "vorparameter/platform/giTolerance.h"
-#include "vorparameter/platform/nlsUtils.h"
-#include "vorparameter/platform/vorUnitsUtils.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <climits>
 #include <cmath>
@@ -16,7 +8,7 @@ namespace {
 
 vorParameterPtr number(vorParameterSubType kind, double value,
                        vorDimensions dim = vorDimensions(DIM_NONE)) {
-    return vorParameterPtr(new vorParameterNumeric(kind, dim, value));
+    return real(value, dim, kind);
 }
 
 const vorParameterNumeric& as_numeric(const vorParameterPtr& p) {
@@ -27,14 +19,9 @@ vorParameterPtr eval(const char* text) {
     return vorEvaluator(nullptr).evaluate(text);
 }
 
-int modifications = 0;
-void count_modification(vorParameter*) {
-    ++modifications;
-}
-
 } // namespace
 
-TEST(Numeric, LiteralsReadBackAndCacheUntilTheTextChanges) {
+TEST(Numeric, LiteralsReadBackAndComputedNumbersWriteTheirTextForTheFirstReader) {
     vorParameterNumeric n(SUB_REAL, DIM_LENGTH, 0.1);
     EXPECT_EQ(n.get_value(), "0.1");
     EXPECT_DOUBLE_EQ(n.get_double(), 0.1);
@@ -70,9 +57,7 @@ TEST(Numeric, LiteralsReadBackAndCacheUntilTheTextChanges) {
     EXPECT_EQ(huge.get_double(), std::numeric_limits<double>::max());
     EXPECT_EQ(vorParameterNumeric(SUB_REAL, DIM_NONE, NAN).get_double(), 0.0);
     EXPECT_EQ(vorParameterNumeric(SUB_STRING, DIM_NONE, 1).subtype(), SUB_NUMBER);
-}
 
-TEST(Numeric, ComputedNumbersWriteTheirTextForTheFirstReader) {
     // 0.1 + 0.2 is no short decimal: a text written from anything but the
     // exact value would show it.
     const utString sum = "0.30000000000000004";
@@ -88,19 +73,7 @@ TEST(Numeric, ComputedNumbersWriteTheirTextForTheFirstReader) {
     EXPECT_EQ(as_numeric(copy).get_value(), sum);
 }
 
-TEST(Numeric, IntegerReadingRoundsHalfAwayFromZeroAndSaturates) {
-    vorParameterNumeric n(SUB_INT, DIM_NONE, 0);
-    const double values[] = {2.5, -2.5, 2.49, -0.4, 1e300, -1e300};
-    const int expected[] = {3, -3, 2, 0, INT_MAX, INT_MIN};
-    for (int i = 0; i < 6; ++i) {
-        n.set_double(values[i]);
-        EXPECT_EQ(n.get_int(), expected[i]) << values[i];
-    }
-    n.set_int(-7);
-    EXPECT_EQ(n.get_value(), "-7");
-}
-
-TEST(Numeric, RangeClampsReadsAndIsIgnoredWhenMalformed) {
+TEST(Numeric, RangeClampsReadsIsIgnoredWhenMalformedAndCopiesKeepTheirOwn) {
     vorParameterNumeric n(SUB_REAL, DIM_NONE, 12);
     n.set_range(vorRange(1, 10));
     EXPECT_EQ(n.get_double(), 10.0);
@@ -117,11 +90,9 @@ TEST(Numeric, RangeClampsReadsAndIsIgnoredWhenMalformed) {
         EXPECT_EQ(n.get_double(), 12.0);
         EXPECT_TRUE(n.check_range());
     }
-}
 
-TEST(Numeric, LiteralReadsStillRunCallbacksAndCopiesKeepTheirOwnRange) {
+    // Literal reads still run callbacks; copies keep their own range.
     static int reads = 0;
-    vorParameterNumeric n(SUB_REAL, DIM_NONE, 12);
     n.set_onread_callback([](const vorParameter*) { ++reads; });
     reads = 0;
     EXPECT_EQ(n.get_double(), 12.0);
@@ -138,17 +109,17 @@ TEST(Numeric, LiteralReadsStillRunCallbacksAndCopiesKeepTheirOwnRange) {
     EXPECT_EQ(vorParameterNumeric(SUB_REAL, DIM_NONE, 1).get_range().low(), vorRange::no_bound);
 }
 
-TEST(Numeric, SettersHonourTheLockAndNotify) {
+TEST(Numeric, SettersHonourTheLockAndNotifyAndIntegersRoundAndSaturate) {
     vorParameterNumeric n(SUB_REAL, DIM_NONE, 1);
     n.set_onmodify_callback(count_modification);
-    modifications = 0;
+    g_modified = 0;
     n.set_double(2);
     n.set_int(3);
-    EXPECT_EQ(modifications, 2);
+    EXPECT_EQ(g_modified, 2);
     n.lock(1);
     n.set_double(4);
     EXPECT_EQ(n.get_double(), 3.0);
-    EXPECT_EQ(modifications, 2);
+    EXPECT_EQ(g_modified, 2);
     n.lock(0);
 
     const char* typed[] = {"- 007", "+.5", " 0,25 ", "-0", "a+1"};
@@ -157,9 +128,20 @@ TEST(Numeric, SettersHonourTheLockAndNotify) {
         n.set_normalized_value(typed[i]);
         EXPECT_EQ(n.get_value(), stored[i]);
     }
+
+    // Integer reads round half away from zero and saturate.
+    vorParameterNumeric whole(SUB_INT, DIM_NONE, 0);
+    const double values[] = {2.5, -2.5, 2.49, -0.4, 1e300, -1e300};
+    const int expected[] = {3, -3, 2, 0, INT_MAX, INT_MIN};
+    for (int i = 0; i < 6; ++i) {
+        whole.set_double(values[i]);
+        EXPECT_EQ(whole.get_int(), expected[i]) << values[i];
+    }
+    whole.set_int(-7);
+    EXPECT_EQ(whole.get_value(), "-7");
 }
 
-TEST(Numeric, ExpressionsFollowTheParametersTheyName) {
+TEST(Numeric, ExpressionsFollowTheirNamesAndResultKindsDimensionsAndUnits) {
     vorParameterPtr map(new vorParameterMap());
     vorParameterPtr a = number(SUB_REAL, 2, DIM_LENGTH);
     vorParameterPtr b = number(SUB_REAL, 0, DIM_LENGTH);
@@ -186,9 +168,30 @@ TEST(Numeric, ExpressionsFollowTheParametersTheyName) {
     b->set_string("\"abc\"");
     EXPECT_EQ(b->get_string(), "abc");
     EXPECT_EQ(b->get_double(), 0.0);
-}
 
-TEST(Numeric, ResultSubtypes) {
+    // Whole-number tests, and the texts of each kind.
+    vorParameterNumeric n(SUB_INT, DIM_NONE, -2.5);
+    EXPECT_TRUE(n.is_int_value()); // one-sided on purpose
+    n.set_double(2.5);
+    EXPECT_FALSE(n.is_int_value());
+    EXPECT_FALSE(n.is_bool_value());
+    vorParameterNumeric flag(SUB_BOOL, DIM_NONE, 2);
+    EXPECT_TRUE(flag.is_bool_value());
+    EXPECT_FALSE(flag.is_int_value());
+    EXPECT_FALSE(vorParameterNumeric(SUB_REAL, DIM_NONE, 1).is_bool_value());
+
+    const vorParameterSubType kinds[] = {SUB_NUMBER, SUB_REAL, SUB_INT, SUB_BOOL, SUB_ANGLE};
+    const char* xml[] = {"", "real", "int", "bool", "angle"};
+    const char* printed[] = {"(NUMERIC) 5 \n", "(REAL) 5 \n", "(INT) 5 \n", "(BOOL) 5 \n",
+                             "(ANGLE) 5 \n"};
+    for (int i = 0; i < 5; ++i) {
+        vorParameterNumeric p(kinds[i], DIM_NONE, 5);
+        EXPECT_EQ(p.get_xml_typename(), xml[i]);
+        EXPECT_EQ(p.print(0), printed[i]);
+    }
+    EXPECT_TRUE(vorParameterNumeric::valid_subtype(SUB_NUMBER));
+    EXPECT_FALSE(vorParameterNumeric::valid_subtype(SUB_ENUM));
+
     const vorParameterSubType N = SUB_NUMBER, I = SUB_INT, R = SUB_REAL, A = SUB_ANGLE,
                               B = SUB_BOOL;
     struct Case {
@@ -206,11 +209,33 @@ TEST(Numeric, ResultSubtypes) {
     EXPECT_EQ(number(I, 7)->operate_binary("/", number(I, 2))->get_double(), 3.5);
     EXPECT_EQ(number(B, 1)->operate_prefix("-")->subtype(), I);
     EXPECT_EQ(number(A, 1)->operate_prefix("-")->subtype(), A);
+
+    vorParameterPtr length = number(SUB_REAL, 2, DIM_LENGTH);
+    vorParameterPtr time = number(SUB_REAL, 3, DIM_TIME);
+    vorParameterPtr sum = length->operate_binary("+", time);
+    ASSERT_FALSE(sum->is_error());
+    EXPECT_EQ(as_numeric(sum).get_dim().invalid(), 1);
+    EXPECT_EQ(as_numeric(length->operate_binary("*", length)).get_dim(), DIM_AREA);
+    EXPECT_EQ(as_numeric(length->operate_binary("/", time)).get_dim(), DIM_VELOCITY);
+    EXPECT_EQ(as_numeric(length->operate_binary("^", number(SUB_NUMBER, 3.9))).get_dim(),
+              DIM_VOLUME);
+    EXPECT_TRUE(length->operate_postfix("mm")->is_error());
+
+    vorParameterPtr area = eval("2mm in");
+    EXPECT_EQ(as_numeric(area).get_dim(), DIM_AREA);
+    EXPECT_DOUBLE_EQ(area->get_double(), 2 * 25.4);
+    EXPECT_EQ(as_numeric(eval("(2*3)mm")).get_dim(), DIM_LENGTH);
+    ASSERT_TRUE(vorUnitsUtils::set_units(UNITS_INCH));
+    EXPECT_EQ(eval("1in")->get_double(), 1.0);
+    EXPECT_DOUBLE_EQ(eval("254mm")->get_double(), 10.0);
+    EXPECT_DOUBLE_EQ(eval("3th")->get_double(), 0.003);
+    vorUnitsUtils::set_units(UNITS_MM);
+    EXPECT_DOUBLE_EQ(eval("1.5m")->get_double(), 1500.0);
 }
 
 // The examples of docs/expressions.md check the errors of division by zero,
 // "(-8)^(1/3)", overflow, "2!" and "0.5 & 1", and "(-8)^3" and "1 + \"x\"".
-TEST(Numeric, OperatorErrorsAreValues) {
+TEST(Numeric, OperatorErrorsAreValuesAndComparisonsUseTheTolerance) {
     const struct {
         const char* text;
         vorParameterSubType kind;
@@ -239,41 +264,16 @@ TEST(Numeric, OperatorErrorsAreValues) {
     EXPECT_EQ(one->operate_binary("+", error), error);
     EXPECT_EQ(one->operate_prefix("~")->subtype(), ERR_TYPE);
     EXPECT_EQ(one->operate_postfix("km")->subtype(), ERR_TYPE);
-}
 
-TEST(Numeric, DimensionsAndUnits) {
-    vorParameterPtr length = number(SUB_REAL, 2, DIM_LENGTH);
-    vorParameterPtr time = number(SUB_REAL, 3, DIM_TIME);
-    vorParameterPtr sum = length->operate_binary("+", time);
-    ASSERT_FALSE(sum->is_error());
-    EXPECT_EQ(as_numeric(sum).get_dim().invalid(), 1);
-    EXPECT_EQ(as_numeric(length->operate_binary("*", length)).get_dim(), DIM_AREA);
-    EXPECT_EQ(as_numeric(length->operate_binary("/", time)).get_dim(), DIM_VELOCITY);
-    EXPECT_EQ(as_numeric(length->operate_binary("^", number(SUB_NUMBER, 3.9))).get_dim(),
-              DIM_VOLUME);
-    EXPECT_TRUE(length->operate_postfix("mm")->is_error());
-
-    vorParameterPtr area = eval("2mm in");
-    EXPECT_EQ(as_numeric(area).get_dim(), DIM_AREA);
-    EXPECT_DOUBLE_EQ(area->get_double(), 2 * 25.4);
-    EXPECT_EQ(as_numeric(eval("(2*3)mm")).get_dim(), DIM_LENGTH);
-    ASSERT_TRUE(vorUnitsUtils::set_units(UNITS_INCH));
-    EXPECT_EQ(eval("1in")->get_double(), 1.0);
-    EXPECT_DOUBLE_EQ(eval("254mm")->get_double(), 10.0);
-    EXPECT_DOUBLE_EQ(eval("3th")->get_double(), 0.003);
-    vorUnitsUtils::set_units(UNITS_MM);
-    EXPECT_DOUBLE_EQ(eval("1.5m")->get_double(), 1500.0);
-}
-
-TEST(Numeric, ComparisonsUseTheTolerance) {
+    // Comparisons use the tolerance.
     ASSERT_EQ(giKernelResources::point_tolerance(), 1e-6);
     const struct {
         const char* text;
         int truth;
-    } cases[] = {{"1 == 1.0000001", 1}, {"1 != 1.0000001", 0}, {"1 < 1.0000001", 0},
-                 {"1 <= 1.0000001", 1}, {"1.0000001 > 1", 0},  {"1 >= 1.0000001", 1},
-                 {"1 < 1.1", 1},        {"2 > 1", 1},          {"1 == 1.1", 0}};
-    for (const auto& c : cases) {
+    } comparisons[] = {{"1 == 1.0000001", 1}, {"1 != 1.0000001", 0}, {"1 < 1.0000001", 0},
+                       {"1 <= 1.0000001", 1}, {"1.0000001 > 1", 0},  {"1 >= 1.0000001", 1},
+                       {"1 < 1.1", 1},        {"2 > 1", 1},          {"1 == 1.1", 0}};
+    for (const auto& c : comparisons) {
         vorParameterPtr result = eval(c.text);
         EXPECT_EQ(result->subtype(), SUB_BOOL) << c.text;
         EXPECT_EQ(result->get_int(), c.truth) << c.text;
@@ -281,28 +281,4 @@ TEST(Numeric, ComparisonsUseTheTolerance) {
     vorParameterNumeric a(SUB_REAL, DIM_NONE, 2.0), b(SUB_INT, DIM_LENGTH, 2.0000001);
     EXPECT_TRUE(a == b);
     EXPECT_TRUE(a.expression_equivalent(2.0000005));
-}
-
-TEST(Numeric, WholeNumberTestsAndTexts) {
-    vorParameterNumeric n(SUB_INT, DIM_NONE, -2.5);
-    EXPECT_TRUE(n.is_int_value()); // one-sided on purpose
-    n.set_double(2.5);
-    EXPECT_FALSE(n.is_int_value());
-    EXPECT_FALSE(n.is_bool_value());
-    vorParameterNumeric flag(SUB_BOOL, DIM_NONE, 2);
-    EXPECT_TRUE(flag.is_bool_value());
-    EXPECT_FALSE(flag.is_int_value());
-    EXPECT_FALSE(vorParameterNumeric(SUB_REAL, DIM_NONE, 1).is_bool_value());
-
-    const vorParameterSubType kinds[] = {SUB_NUMBER, SUB_REAL, SUB_INT, SUB_BOOL, SUB_ANGLE};
-    const char* xml[] = {"", "real", "int", "bool", "angle"};
-    const char* printed[] = {"(NUMERIC) 5 \n", "(REAL) 5 \n", "(INT) 5 \n", "(BOOL) 5 \n",
-                             "(ANGLE) 5 \n"};
-    for (int i = 0; i < 5; ++i) {
-        vorParameterNumeric p(kinds[i], DIM_NONE, 5);
-        EXPECT_EQ(p.get_xml_typename(), xml[i]);
-        EXPECT_EQ(p.print(0), printed[i]);
-    }
-    EXPECT_TRUE(vorParameterNumeric::valid_subtype(SUB_NUMBER));
-    EXPECT_FALSE(vorParameterNumeric::valid_subtype(SUB_ENUM));
 }

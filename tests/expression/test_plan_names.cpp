@@ -5,20 +5,9 @@
 // read observable (a callback, a range, a host's function, the nesting
 // limit) must be honoured as the interpreter honours it.
 
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/library/vorParameterLib.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 namespace {
-
-vorParameterPtr real(double value) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, value));
-}
 
 /// Reads `p` often enough for its text to run compiled, and answers the
 /// last read, after checking that the evaluator, scanning the text, agrees.
@@ -49,11 +38,6 @@ public:
     mutable int m_reads = 0;
 };
 
-int g_reads = 0;
-void count_read(const vorParameter*) {
-    ++g_reads;
-}
-
 vorParameterPtr answer_42(const vorParameterPtr&) {
     return real(42);
 }
@@ -69,11 +53,11 @@ std::string evaluated(const vorParameterPtr& p, bool compiled) {
 
 } // namespace
 
-TEST(CompiledNames, FollowEveryChangeOfTheTree) {
+TEST(CompiledNames, FollowEveryChangeOfTheTreeAndAskHostsEveryTime) {
     vorParameterLibRoot root("job");
     root.add("a", real(3));
     root.add("b", real(4));
-    vorParameterPtr inner = root.add("inner", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr inner = root.add("inner", map());
     vorParameterPtr x = inner->add("x", real(0));
     x->set_string("a*2+b + sqrt(b)");
     EXPECT_EQ(read(x), 12);
@@ -97,22 +81,20 @@ TEST(CompiledNames, FollowEveryChangeOfTheTree) {
 
     // References: the name stands for the reference, which follows its
     // target as it changes.
-    vorParameterPtr ref = root.add("r", vorParameterPtr(new vorParameterRef("a")));
+    vorParameterPtr ref = root.add("r", reference("a"));
     x->set_string("r * 10");
     EXPECT_EQ(read(x), 50);
     static_cast<vorParameterRef&>(*ref).set_ref_string("b");
     EXPECT_EQ(read(x), 90);
-}
 
-TEST(CompiledNames, HostLookupsAreAskedEveryTime) {
-    vorParameterLibRoot root("job");
+    // A host may answer lookups as it likes: it is asked every time.
     vorParameterPtr host = root.add("host", vorParameterPtr(new ShiftingMap()));
-    vorParameterPtr x = host->add("x", real(0));
-    x->set_string("shift * 10");
-    EXPECT_EQ(x->get_double(), 10);
-    EXPECT_EQ(x->get_double(), 10);
-    EXPECT_EQ(x->get_double(), 10);
-    EXPECT_EQ(x->get_double(), 20) << "the fourth lookup answers another member";
+    vorParameterPtr shifted = host->add("x", real(0));
+    shifted->set_string("shift * 10");
+    EXPECT_EQ(shifted->get_double(), 10);
+    EXPECT_EQ(shifted->get_double(), 10);
+    EXPECT_EQ(shifted->get_double(), 10);
+    EXPECT_EQ(shifted->get_double(), 20) << "the fourth lookup answers another member";
 }
 
 TEST(CompiledArithmetic, HonoursWhateverMakesAReadObservable) {
@@ -159,7 +141,7 @@ TEST(CompiledArithmetic, HonoursWhateverMakesAReadObservable) {
     }
 }
 
-TEST(CompiledArithmetic, MeetsTheNestingLimitWhereTheInterpreterDoes) {
+TEST(CompiledArithmetic, MeetsTheNestingLimitAndSpendsTheBudgetAsTheInterpreterDoes) {
     vorParameterLibRoot root("job");
     root.add("p0", real(1));
     std::vector<vorParameterPtr> chain;
@@ -177,13 +159,10 @@ TEST(CompiledArithmetic, MeetsTheNestingLimitWhereTheInterpreterDoes) {
     }
     EXPECT_GT(deepest_valid, 50);
     EXPECT_LT(deepest_valid, 260) << "the chain reaches past the limit";
-}
 
-TEST(CompiledArithmetic, SpendsTheReadsBudgetAsTheInterpreterDoes) {
     // Each level reads the one below twice: what the read memo may keep (not
     // values computed through a function call) decides how many evaluations
     // the read spends.
-    vorParameterLibRoot root("job");
     root.add("a", real(4));
     for (const char* text : {"sqrt(a) + 1", "a * 2 + 1"}) {
         root.add("q0", real(0))->set_string(text);

@@ -1,26 +1,11 @@
 // Strings: expressions by interpolation, defaults, locks, comparison, print.
 
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/parameter/vorParameterRoot.h"
+#include "../support/prelude.h"
 
-#include <gtest/gtest.h>
-
-namespace {
-
-int g_modified = 0;
-void count_modification(vorParameter*) {
-    ++g_modified;
-}
-
-} // namespace
-
-TEST(String, InterpolationMakesAnExpression) {
+TEST(String, InterpolationMakesAnExpressionAndShortFormsEndWithTheirNameRun) {
     vorParameterPtr root(new vorParameterRoot("machining"));
-    root->add("a", vorParameterPtr(new vorParameterString("abc")));
-    vorParameterPtr s = root->add("s", vorParameterPtr(new vorParameterString("${a}")));
+    root->add("a", text("abc"));
+    vorParameterPtr s = root->add("s", text("${a}"));
     EXPECT_TRUE(s->is_expr());
     EXPECT_EQ(s->get_string(), "abc");
     EXPECT_EQ(s->get_expr(), "${a}");
@@ -40,12 +25,8 @@ TEST(String, InterpolationMakesAnExpression) {
     EXPECT_EQ(evaluator.interpolate_string("${root_keys}"), "[#ERROR: Invalid name]");
     EXPECT_EQ(evaluator.interpolate_string("${_keys}"), "[#ERROR: Type error]")
         << "a list has no printed value";
-}
 
-TEST(String, ShortFormsEndWithTheirNameRun) {
-    vorParameterPtr root(new vorParameterRoot("machining"));
-    root->add("w", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, 2)));
-    vorEvaluator evaluator(root.get());
+    root->add("w", real(2));
     EXPECT_EQ(evaluator.interpolate_string("$w+1 is $w,$w\t$w"), "3 is 2,2\t2");
     EXPECT_EQ(evaluator.interpolate_string("Länge $w mm, ø${w}ü"), "Länge 2 mm, ø2ü");
     // A "}" the expression did not open ends the form and stays in place.
@@ -57,17 +38,15 @@ TEST(String, ShortFormsEndWithTheirNameRun) {
     // Nothing is read beyond the run: a string cut by the blank is unterminated.
     EXPECT_EQ(evaluator.interpolate_string("$w+'a b'"), "[#ERROR: Syntax error]");
     EXPECT_EQ(evaluator.interpolate_string("x $w) y"), "x [#ERROR: Syntax error]");
-}
 
-TEST(String, AnExpressionMustGiveAString) {
-    vorParameterPtr root(new vorParameterRoot("machining"));
-    vorParameterPtr s = root->add("s", vorParameterPtr(new vorParameterString("${s}")));
-    EXPECT_EQ(s->get_string(), "[#ERROR: Expression/Reference error]");
-    EXPECT_FALSE(s->is_evaluating());
+    // An expression must give a string: one that reads itself does not.
+    vorParameterPtr self = root->add("self", text("${self}"));
+    EXPECT_EQ(self->get_string(), "[#ERROR: Expression/Reference error]");
+    EXPECT_FALSE(self->is_evaluating());
     EXPECT_EQ(vorParameterString("plain").evaluate()->get_string(), "plain");
 }
 
-TEST(String, SettersHonourTheLockAndDefaults) {
+TEST(String, SettersHonourTheLockAndDefaultsAndTextsCompareAndJoin) {
     vorParameterPtr s(new vorParameterString("first"));
     s->set_onmodify_callback(count_modification);
     g_modified = 0;
@@ -84,12 +63,10 @@ TEST(String, SettersHonourTheLockAndDefaults) {
     s->set_defaults("metric", "imperial");
     s->reset();
     EXPECT_EQ(s->get_string(), "metric");
-}
 
-TEST(String, ComparesAndJoins) {
     auto compare = [](const char* a, const char* op, const char* b) {
         vorParameterPtr lhs(new vorParameterString(a));
-        return lhs->operate_binary(op, vorParameterPtr(new vorParameterString(b)))->get_int();
+        return lhs->operate_binary(op, text(b))->get_int();
     };
     EXPECT_EQ(compare("abc", "<=", "abd"), 1);
     EXPECT_EQ(compare("b", ">", "a"), 1);

@@ -3,25 +3,9 @@
 #ifndef VORPARAMETER_TESTS_LIB_TEST_TREE_H
 #define VORPARAMETER_TESTS_LIB_TEST_TREE_H
 
-#include "vorparameter/containers/vorParameterEnum.h"
-#include "vorparameter/containers/vorParameterList.h"
-#include "vorparameter/containers/vorParameterTempArray.h"
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterFunction.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
+#include "../support/prelude.h"
 
 #include <initializer_list>
-
-inline vorParameterPtr number(double value, vorDimStandard dim = DIM_NONE,
-                              vorParameterSubType kind = SUB_REAL) {
-    return vorParameterPtr(new vorParameterNumeric(kind, dim, value));
-}
-
-inline vorParameterPtr text(const char* value) {
-    return vorParameterPtr(new vorParameterString(value));
-}
 
 /// An argument list as the evaluator passes it.
 inline vorParameterPtr arguments(std::initializer_list<vorParameterPtr> values) {
@@ -31,20 +15,16 @@ inline vorParameterPtr arguments(std::initializer_list<vorParameterPtr> values) 
     return list;
 }
 
-inline vorParameterPtr eval(const vorParameterPtr& scope, const char* expression) {
-    return vorEvaluator(scope.get()).evaluate(expression);
-}
-
 /// The tree of the documented examples (see docs/functions.md).
 inline vorParameterPtr example_tree() {
     vorParameterPtr root(new vorParameterLibRoot("Job"));
-    root->add("depth", number(12, DIM_LENGTH))->set_desc("Total depth");
+    root->add("depth", real(12, DIM_LENGTH))->set_desc("Total depth");
     vorParameterPtr passes =
-        root->add("passes", vorParameterPtr(new vorParameterList(number(0, DIM_LENGTH))));
+        root->add("passes", vorParameterPtr(new vorParameterList(real(0, DIM_LENGTH))));
     for (double pass : {1.0, 2.0, 3.0})
-        passes->add(vorParameterKey(), number(pass, DIM_LENGTH));
-    root->add("feed", number(800))->lock(1);
-    root->add("hidden", number(1))->set_active("0");
+        passes->add(vorParameterKey(), real(pass, DIM_LENGTH));
+    root->add("feed", real(800))->lock(1);
+    root->add("hidden", real(1))->set_active("0");
     root->add("hypot", vorParameterPtr(new vorParameterFunction("sqrt(argv[0]^2 + argv[1]^2)")));
     auto* mode = new vorParameterEnum("rough|finish", "finish");
     mode->add_state("spiral", "", "", "depth > 20");

@@ -2,9 +2,7 @@
 #ifndef VORPARAMETER_TESTS_SHOWN_VALUE_H
 #define VORPARAMETER_TESTS_SHOWN_VALUE_H
 
-#include "vorparameter/containers/vorParameterArray.h"
-
-#include <string>
+#include "../support/prelude.h"
 
 /// A value as the documentation shows it: arrays as "{a; b}".
 inline std::string shown(const vorParameterPtr& value) {

@@ -3,9 +3,7 @@
 
 #include "lib_test_tree.h"
 
-#include "vorparameter/library/vorParameterMemberFunction.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 namespace {
 
@@ -15,13 +13,12 @@ const vorParameterFunction& as_function(const vorParameterPtr& p) {
 
 } // namespace
 
-TEST(UserFunction, BindsArgvForTheCallOnly) {
+TEST(UserFunction, UserAndMemberFunctions) {
     vorParameterPtr root = example_tree();
-    vorParameterPtr f =
-        root->add("f", vorParameterPtr(new vorParameterFunction("argv[0] + argv[1]")));
+    vorParameterPtr f = root->add("f", function("argv[0] + argv[1]"));
     EXPECT_EQ(f->subtype(), SUB_FUNCTION);
     EXPECT_EQ(f->print(0), "(FUNCTION) argv[0] + argv[1]\n");
-    EXPECT_EQ(f->operate_binary("(", arguments({number(2), number(3)}))->get_double(), 5.0);
+    EXPECT_EQ(f->operate_binary("(", arguments({real(2), real(3)}))->get_double(), 5.0);
     EXPECT_TRUE(as_function(f).get_argv().is_null());
     EXPECT_EQ((*f)["argv"]->subtype(), ERR_UNKNOWN) << "argv outside a call is the empty handle";
     EXPECT_EQ((*f)["argv[0]"]->subtype(), ERR_INVALID_NAME);
@@ -37,10 +34,7 @@ TEST(UserFunction, BindsArgvForTheCallOnly) {
     f->set_string("0");
     EXPECT_EQ(f->get_string(), "argv[0] * depth") << "a locked body stays";
     EXPECT_TRUE(as_function(f.copy()).get_argv().is_null());
-}
 
-TEST(UserFunction, NestedAndEndlessCalls) {
-    vorParameterPtr root = example_tree();
     // The inner call of the same function leaves argv null for the rest of
     // the outer body, so the outer "argv" no longer resolves.
     root->add("g", vorParameterPtr(
@@ -52,20 +46,18 @@ TEST(UserFunction, NestedAndEndlessCalls) {
     vorParameterPtr result = eval(root, "endless(1)");
     EXPECT_TRUE(result->is_error()) << "stops at the nesting limit instead of the stack's end";
     EXPECT_EQ(eval(root, "hypot(3; 4)")->get_double(), 5.0) << "and leaves no state behind";
-}
 
-TEST(MemberFunction, CallsItsNativeOperation) {
+    // A member function calls its native operation.
     vorParameterMemberFunction unbound(nullptr);
     EXPECT_EQ(unbound.subtype(), SUB_MEMBER_FUNCTION);
     EXPECT_EQ(unbound.operate_binary("(", arguments({}))->subtype(), ERR_DOMAIN);
 
     vorParameterPtr count(
         new vorParameterMemberFunction([](const vorParameter& self, const vorParameterPtr& args) {
-            return number(args->size() + (self.get_name() == "count" ? 100 : 0));
+            return real(args->size() + (self.get_name() == "count" ? 100 : 0));
         }));
-    vorParameterPtr root = example_tree();
     root->add("count", count);
     EXPECT_EQ(eval(root, "count(1; 2; 3)")->get_double(), 103.0);
     EXPECT_EQ(count.copy()->operate_binary("(", arguments({}))->get_double(), 100.0);
-    EXPECT_EQ(count->operate_binary("+", number(1))->subtype(), ERR_TYPE);
+    EXPECT_EQ(count->operate_binary("+", real(1))->subtype(), ERR_TYPE);
 }

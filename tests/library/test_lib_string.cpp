@@ -3,16 +3,7 @@
 #include "../support/doc_examples.h"
 #include "shown_value.h"
 
-#include "vorparameter/containers/vorParameterTempArray.h"
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterLib.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
 
@@ -29,11 +20,8 @@ vorParameterPtr call(vorParameterLibFn fn, std::initializer_list<vorParameterPtr
     return fn(list);
 }
 
-vorParameterPtr text(const std::string& s) {
-    return vorParameterPtr(new vorParameterString(s));
-}
 vorParameterPtr number(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_NUMBER, DIM_NONE, v));
+    return real(v, DIM_NONE, SUB_NUMBER);
 }
 
 } // namespace
@@ -63,7 +51,7 @@ TEST(LibString, PositionsCountCharactersAndNeverSplitBytes) {
     EXPECT_EQ(shown(eval("tokens('xãyéz'; 'é')")), "{xãy; z}");
 }
 
-TEST(LibString, HugeAndOverflowingPositionsAreCutToTheText) {
+TEST(LibString, PositionsArgumentsSizesPathsAndMapKeys) {
     EXPECT_EQ(eval("substring('abc'; 2147483647; 2147483647)")->get_string(), "");
     EXPECT_EQ(eval("substring('abc'; -2147483648; 2147483647)")->get_string(), "");
     EXPECT_EQ(eval("substring('abc'; -1e300; 1e300)")->get_string(), "");
@@ -72,18 +60,15 @@ TEST(LibString, HugeAndOverflowingPositionsAreCutToTheText) {
     EXPECT_EQ(shown(eval("slice({1; 2; 3}; -1e300; 1e300)")), "{1; 2; 3}");
     EXPECT_EQ(eval("position('abc'; ''; 1e20)")->get_int(), -1);
     EXPECT_EQ(eval("position('abc'; 'a'; -5)")->get_int(), 0);
-}
 
-TEST(LibString, ArgumentsThatDoNotFitAreInvalid) {
     for (const char* bad :
          {"length()", "length('a'; 'b')", "ucase()", "lcase(5)", "trim({})", "position('a')",
           "position('a'; 'b'; 'c')", "replace('a'; 'b'; 3)", "substring('abc'; 'a'; 1)",
           "slice(5; 1)", "slice('abc'; 1; 2; 3)", "tokens('a'; 1)", "join({1; 2})", "join(5; ',')",
           "map_key(1)", "basename({})", "strip_new_lines()"})
         EXPECT_EQ(eval(bad)->subtype(), ERR_INVALID_ARGUMENTS) << bad;
-}
 
-TEST(LibString, ResultsThatWouldExhaustMemoryAreRefused) {
+    // Results that would exhaust memory are refused.
     const std::string many(1 << 16, 'a');
     const std::string big(1 << 12, 'b');
     EXPECT_EQ(call(vorParameterLib::replace, {text(many), text("a"), text(big)})->subtype(),
@@ -94,9 +79,7 @@ TEST(LibString, ResultsThatWouldExhaustMemoryAreRefused) {
     EXPECT_EQ(
         call(vorParameterLibFunctions::join, {list, text(std::string(1 << 16, '-'))})->subtype(),
         ERR_DOMAIN);
-}
 
-TEST(LibString, StripNewLinesAndPathsOfEveryShape) {
     EXPECT_EQ(call(vorParameterLibFunctions::strip_new_lines, {text("a\r\nb\nc\r")})->get_string(),
               "abc");
     const struct {
@@ -108,9 +91,7 @@ TEST(LibString, StripNewLinesAndPathsOfEveryShape) {
         EXPECT_EQ(call(vorParameterLib::basename, {text(p.path)})->get_string(), p.base) << p.path;
         EXPECT_EQ(call(vorParameterLib::dirname, {text(p.path)})->get_string(), p.dir) << p.path;
     }
-}
 
-TEST(LibString, MapKeyAlwaysGivesOneNameKey) {
     for (const std::string& s :
          {std::string(""), std::string("-1"), std::string("7abc"), std::string("a.b[2]"),
           std::string("$x"), std::string("  "), std::string("é-ü"), std::string("\xFF\x80"),

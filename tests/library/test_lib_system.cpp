@@ -5,10 +5,7 @@
 #include "lib_test_tree.h"
 #include "shown_value.h"
 
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/library/vorParameterLib.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <chrono>
 #include <cstdlib>
@@ -16,7 +13,6 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
-#include <string>
 
 #include <unistd.h>
 
@@ -65,7 +61,7 @@ private:
 
 /// A call with an argument that expressions cannot spell (a NUL byte).
 vorParameterPtr call(vorParameterLibFn fn, const std::string& arg) {
-    return fn(arguments({vorParameterPtr(new vorParameterString(arg))}));
+    return fn(arguments({text(arg)}));
 }
 
 } // namespace
@@ -80,7 +76,7 @@ TEST(LibSystemDocs, EveryExampleGivesTheDocumentedResult) {
     });
 }
 
-TEST(LibSystem, ListsAndTestsTheEntriesOfADirectory) {
+TEST(LibSystem, DirectoriesHostSettingsTimeObjectsAndSequences) {
     TempDir dir;
     for (const char* name : {"b.txt", "a.txt", ".hidden", "é", "${x}"})
         std::ofstream(dir / name).put('x');
@@ -108,9 +104,7 @@ TEST(LibSystem, ListsAndTestsTheEntriesOfADirectory) {
         EXPECT_EQ(call(vorParameterLibFunctions::ls, path)->subtype(), ERR_INVALID_DATA);
     }
     EXPECT_EQ(call(vorParameterLibFunctions::file_exists, dir / "a.txt")->get_int(), 1);
-}
 
-TEST(LibSystem, HomeAndPortMachiningComeFromTheHost) {
     vorParameterPtr root(new vorParameterLibRoot());
     {
         ScopedEnv unset("HOME", nullptr);
@@ -126,10 +120,7 @@ TEST(LibSystem, HomeAndPortMachiningComeFromTheHost) {
     EXPECT_EQ(eval(root, "port_machining()")->get_int(), 1);
     vorParameterLib::set_port_machining(false);
     EXPECT_EQ(eval(root, "port_machining()")->get_int(), 0);
-}
 
-TEST(LibTime, TimeObjectsInUtcAndLocalZones) {
-    vorParameterPtr root(new vorParameterLibRoot());
     const auto now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
     EXPECT_NEAR(eval(root, "time()")->get_double(), static_cast<double>(now), 2.0);
 
@@ -146,10 +137,7 @@ TEST(LibTime, TimeObjectsInUtcAndLocalZones) {
               "1969-12-31 19 3");
     setenv("TZ", "UTC0", 1);
     EXPECT_EQ(eval(root, "local_time(2^31).hour")->get_int(), 3) << "TZ is read at each call";
-}
 
-TEST(LibSequence, CountsInPlaceAndRefusesLockedOrMalformedSequences) {
-    vorParameterPtr root(new vorParameterLibRoot());
     vorParameterPtr seq = root->add("seq", eval(root, "make_sequence(-1; -2)"));
     EXPECT_EQ(eval(root, "next_in_sequence(seq) + next_in_sequence(seq)")->get_string(), "-1-3");
     seq->lock(1);
@@ -158,9 +146,9 @@ TEST(LibSequence, CountsInPlaceAndRefusesLockedOrMalformedSequences) {
     seq->lock(0);
 
     // A sequence of the host's own making, at the end of its range.
-    vorParameterPtr own = root->add("own", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr own = root->add("own", map());
     for (const char* name : {"start", "increment", "padding", "count"})
-        own->add(name, number(0, DIM_NONE, SUB_INT));
+        own->add(name, real(0, DIM_NONE, SUB_INT));
     own["count"]->set_int(2147483646);
     EXPECT_EQ(eval(root, "next_in_sequence(own)")->get_string(), "0");
     EXPECT_EQ(eval(root, "next_in_sequence(own)")->subtype(), ERR_DOMAIN) << "count is at INT_MAX";

@@ -3,14 +3,9 @@
 
 #include "lib_test_tree.h"
 
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/library/vorParameterArgDecoder.h"
-#include "vorparameter/library/vorParameterLib.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <fstream>
-#include <string>
 
 namespace {
 
@@ -31,12 +26,12 @@ std::vector<std::pair<std::string, std::string>> documented_functions() {
 }
 
 vorParameterPtr twice(const vorParameterPtr&) {
-    return number(2);
+    return real(2);
 }
 
 } // namespace
 
-TEST(LibTable, HoldsEveryDocumentedNameWithItsExactDescription) {
+TEST(LibTable, HoldsEveryDocumentedNameAndTheRootResolvesMembersFirst) {
     vorParameterLib library;
     const auto documented = documented_functions();
     ASSERT_EQ(documented.size(), 94u);
@@ -62,10 +57,7 @@ TEST(LibTable, HoldsEveryDocumentedNameWithItsExactDescription) {
     vorParameterLib later; // a further library object keeps the replacement
     EXPECT_EQ(library["sign"]->operate_binary("(", arguments({}))->get_double(), 2.0);
     vorParameterLib::add_entry("sign", sign.fn, sign.desc);
-}
 
-TEST(LibTable, LibraryAndFunctionObjects) {
-    vorParameterLib library;
     EXPECT_EQ(library.subtype(), SUB_LIBRARY);
     EXPECT_EQ(library.type(), TYPE_FUNCTION);
     EXPECT_EQ(library.print(0), "(STANDARD FUNCTION LIBRARY)\n");
@@ -81,26 +73,24 @@ TEST(LibTable, LibraryAndFunctionObjects) {
     EXPECT_EQ(sqrt->get_desc(), "Square root.");
     EXPECT_EQ(library.get_desc(), "");
     EXPECT_EQ(round.copy()->print(0), round->print(0));
-    EXPECT_EQ(round->operate_binary("+", number(1))->subtype(), ERR_TYPE);
+    EXPECT_EQ(round->operate_binary("+", real(1))->subtype(), ERR_TYPE);
     EXPECT_EQ(library["sqrt.x"]->subtype(), ERR_INVALID_NAME);
     EXPECT_EQ(library["[0]"]->subtype(), ERR_INVALID_NAME);
     EXPECT_EQ(library["no_such_function"]->subtype(), ERR_INVALID_NAME);
 
     // "if" is a second name of "select".
     EXPECT_EQ(library["if"]->get_desc(), library["select"]->get_desc());
-    vorParameterPtr args = arguments({number(0), text("a"), text("b")});
+    vorParameterPtr args = arguments({real(0), text("a"), text("b")});
     EXPECT_EQ(library["if"]->operate_binary("(", args).get(),
               library["select"]->operate_binary("(", args).get());
-}
 
-TEST(LibTable, DecoderHandsOutArgumentsInOrder) {
     vorParameterArgDecoder none(arguments({}));
     EXPECT_TRUE(none.all_arguments_used());
     EXPECT_EQ(none.next_argument()->subtype(), ERR_INVALID_ARGUMENTS);
     EXPECT_EQ(none.remaining_arguments()->size(), 0);
 
     vorParameterPtr a = text("a");
-    vorParameterArgDecoder five(arguments({a, number(1), number(2), number(3), number(4)}));
+    vorParameterArgDecoder five(arguments({a, real(1), real(2), real(3), real(4)}));
     EXPECT_EQ(five.count(), 5);
     EXPECT_EQ(five.next_argument_as<vorParameterString>(), a.get()) << "borrowed, not copied";
     EXPECT_EQ(five.next_argument_as<vorParameterString>(), nullptr) << "a number is no string";
@@ -113,29 +103,27 @@ TEST(LibTable, DecoderHandsOutArgumentsInOrder) {
     EXPECT_TRUE(five.all_arguments_used());
     EXPECT_EQ(five.next_argument_as<vorParameterString>(), nullptr);
 
-    vorParameterArgDecoder not_a_list(number(1));
+    vorParameterArgDecoder not_a_list(real(1));
     EXPECT_EQ(not_a_list.count(), 0);
     EXPECT_TRUE(not_a_list.next_argument()->is_error());
     vorParameterArgDecoder empty_handle{vorParameterPtr()};
     EXPECT_TRUE(empty_handle.all_arguments_used());
-}
 
-TEST(LibRoot, ResolvesMembersAndBuiltInsBeforeFunctions) {
     vorParameterPtr root = example_tree();
-    root->add("max", number(1));
-    root->add("sqrt", vorParameterPtr(new vorParameterFunction("argv[0]")));
+    root->add("max", real(1));
+    root->add("sqrt", function("argv[0]"));
     EXPECT_EQ(eval(root, "max")->get_double(), 1.0);
     EXPECT_EQ(eval(root, "max(2; 3)")->get_double(), 3.0) << "a call finds functions only";
     EXPECT_EQ(eval(root, "sqrt(16)")->get_double(), 16.0) << "a user function hides a standard one";
     EXPECT_EQ(eval(root, "job").get(), root.get()) << "the root's type name";
     EXPECT_EQ(eval(root, "roottype")->get_string(), "Job");
 
-    vorParameterPtr tool = root->add("tool", vorParameterPtr(new vorParameterMap()));
-    tool->add("d", number(9));
+    vorParameterPtr tool = root->add("tool", map());
+    tool->add("d", real(9));
     EXPECT_EQ(eval(tool, "ROUND(sqrt(d) + depth; 0)")->get_double(), 21.0);
 
     vorParameterPtr bare(new vorParameterRoot());
-    bare->add("a", number(16));
+    bare->add("a", real(16));
     EXPECT_EQ(eval(bare, "sqrt(a)")->subtype(), ERR_INVALID_NAME);
     EXPECT_EQ(root.copy()->ut_dynamic_type().name(), std::string("vorParameterLibRoot"));
     EXPECT_EQ(eval(root.copy(), "abs(-2)")->get_double(), 2.0);

@@ -4,24 +4,9 @@
 #include "../support/parsed_xml.h"
 #include "lib_test_tree.h"
 
-#include "vorparameter/containers/vorParameterEnum.h"
-#include "vorparameter/containers/vorParameterSharedList.h"
-#include "vorparameter/containers/vorParameterVector.h"
-#include "vorparameter/parameter/vorParameterData.h"
-#include "vorparameter/parameter/vorParameterGuards.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-#include "vorparameter/persistence/vorParameterXml.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
-
-vorParameterPtr map() {
-    return vorParameterPtr(new vorParameterMap());
-}
 
 std::string xml_of(const vorParameter& par) {
     return to_xml(par).value_or(utString("(too long)")).str();
@@ -63,29 +48,29 @@ void expect_shows(const vorParameter& par, xmlNode* element, const std::string& 
 /// A tree holding a parameter of every class.
 vorParameterPtr every_class() {
     vorParameterPtr root(new vorParameterLibRoot("Job"));
-    root->add("diameter", number(6, DIM_LENGTH, SUB_REAL));
-    root->add("flutes", number(4, DIM_NONE, SUB_INT));
-    root->add("climb", number(1, DIM_NONE, SUB_BOOL));
-    root->add("lead", number(30, DIM_NONE, SUB_ANGLE));
-    root->add("plain", number(2.5, DIM_NONE, SUB_NUMBER));
-    root->add("stepover", number(0, DIM_LENGTH))->set_string("diameter * 0.5");
+    root->add("diameter", real(6, DIM_LENGTH, SUB_REAL));
+    root->add("flutes", real(4, DIM_NONE, SUB_INT));
+    root->add("climb", real(1, DIM_NONE, SUB_BOOL));
+    root->add("lead", real(30, DIM_NONE, SUB_ANGLE));
+    root->add("plain", real(2.5, DIM_NONE, SUB_NUMBER));
+    root->add("stepover", real(0, DIM_LENGTH))->set_string("diameter * 0.5");
     root->add("label", text("End mill"));
     root->add("title", text("D${diameter}"));
     root->add("method", vorParameterPtr(new vorParameterEnum("raster|offset", "offset")));
-    vorParameterPtr passes = root->add("passes", vorParameterPtr(new vorParameterList(number(0))));
-    passes->add(vorParameterKey(), number(1));
-    passes->add(vorParameterKey(), number(2));
-    root->add("shared", vorParameterPtr(new vorParameterSharedList(number(0))))
+    vorParameterPtr passes = root->add("passes", vorParameterPtr(new vorParameterList(real(0))));
+    passes->add(vorParameterKey(), real(1));
+    passes->add(vorParameterKey(), real(2));
+    root->add("shared", vorParameterPtr(new vorParameterSharedList(real(0))))
         ->add(vorParameterKey(), root["flutes"]);
-    root->add("axis", vorParameterPtr(new vorParameterVector(3, number(0))));
+    root->add("axis", vorParameterPtr(new vorParameterVector(3, real(0))));
     vorParameterPtr mixed = root->add("mixed", vorParameterPtr(new vorParameterArray()));
     mixed->add(vorParameterKey(), text("a"));
     mixed->add(vorParameterKey(), map());
     root->add("hypot", vorParameterPtr(new vorParameterFunction("sqrt(argv[0]^2)")));
     root->add("stock", vorParameterPtr(new vorParameterData("stock")));
     root->add("tool", map())->add("name", text("T1"));
-    root->add("cutter", vorParameterPtr(new vorParameterRef("tool")));
-    root->add("broken", vorParameterPtr(new vorParameterRef("nowhere")));
+    root->add("cutter", reference("tool"));
+    root->add("broken", reference("nowhere"));
     return root;
 }
 
@@ -139,7 +124,7 @@ TEST(Xml, HostileNamesAndValuesStayWellFormed) {
     EXPECT_EQ(xml_text(element), kept + replaced);
 
     EXPECT_EQ(xml_value(*text("x<y\tz")), "x&lt;y\tz");
-    vorParameterPtr named = number(1);
+    vorParameterPtr named = real(1);
     named->set_name("a\tb\"");
     EXPECT_EQ(xml_name(*named), "a&#9;b&quot;");
     EXPECT_EQ(xml_value(*map()), "");
@@ -149,9 +134,9 @@ TEST(Xml, ReferencesExpandOnceRoundACycle) {
     vorParameterPtr root(new vorParameterLibRoot("Job"));
     vorParameterPtr a = root->add("a", map());
     vorParameterPtr b = root->add("b", map());
-    a->add("to_b", vorParameterPtr(new vorParameterRef("b")));
-    b->add("to_a", vorParameterPtr(new vorParameterRef("a")));
-    b->add("depth", number(3));
+    a->add("to_b", reference("b"));
+    b->add("to_a", reference("a"));
+    b->add("depth", real(3));
 
     ParsedXml parsed(xml_of(*a));
     ASSERT_NE(parsed.root(), nullptr);
@@ -170,7 +155,7 @@ TEST(Xml, ReferencesExpandOnceRoundACycle) {
 
 TEST(LibStateActive, ByIndexNameOrCurrentValue) {
     vorParameterPtr root(new vorParameterLibRoot("Job"));
-    vorParameterPtr flutes = root->add("flutes", number(4, DIM_NONE, SUB_INT));
+    vorParameterPtr flutes = root->add("flutes", real(4, DIM_NONE, SUB_INT));
     auto* method = new vorParameterEnum();
     method->add_state("raster", "", "", "");
     method->add_state("offset", "", "", "flutes >= 3");
@@ -178,7 +163,7 @@ TEST(LibStateActive, ByIndexNameOrCurrentValue) {
     method->add_state("along_corner", "", "", "");
     method->set_string("offset");
     root->add("method", vorParameterPtr(method));
-    root->add("chosen", vorParameterPtr(new vorParameterRef("method")));
+    root->add("chosen", reference("method"));
 
     const auto active = [&](const char* call) { return eval(root, call)->get_string().str(); };
     EXPECT_EQ(active("state_active(method; 1)"), "1");

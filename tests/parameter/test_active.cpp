@@ -1,19 +1,9 @@
 // The active state: computed lazily from the active expression, refreshed
 // after a parameter it read changes; locks and on-modify functions.
 
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/parameter/vorParameterGuards.h"
-#include "vorparameter/parameter/vorParameterRoot.h"
-#include "vorparameter/parameter/vorParameterUpdateTrack.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 namespace {
-
-vorParameterPtr real(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, v));
-}
 
 const vorParameter* g_notified = nullptr;
 void remember(vorParameter* p) {
@@ -22,7 +12,7 @@ void remember(vorParameter* p) {
 
 } // namespace
 
-TEST(Active, FollowsTheParametersItsExpressionRead) {
+TEST(Active, FollowsWhatItReadsLocksNeedItAndChangesNotify) {
     vorParameterPtr root(new vorParameterRoot("machining"));
     vorParameterPtr depth = root->add("Depth", real(2));
     vorParameterPtr finish = root->add("finish", real(1));
@@ -36,11 +26,25 @@ TEST(Active, FollowsTheParametersItsExpressionRead) {
     EXPECT_TRUE(finish->is_active());
     EXPECT_TRUE(finish->get_dependencies().empty());
     EXPECT_TRUE(depth->get_callbacks().empty());
-}
 
-TEST(Active, NonNumericResultsAndInactiveParents) {
-    vorParameterPtr root(new vorParameterRoot("machining"));
-    vorParameterPtr group = root->add("group", vorParameterPtr(new vorParameterMap()));
+    // A lock needs an active node.
+    vorParameterPtr flag = root->add("flag", real(0));
+    vorParameterPtr value = root->add("value", real(1));
+    value->lock(1);
+    value->set_active("flag");
+    EXPECT_FALSE(value->is_locked()) << "a locked but inactive node is not locked";
+    flag->set_double(1);
+    EXPECT_TRUE(value->is_locked());
+    value->set_double(5);
+    EXPECT_EQ(value->get_double(), 1);
+    {
+        vorParameterNoLock no_lock;
+        EXPECT_FALSE(value->is_locked());
+        value->set_double(5);
+    }
+    EXPECT_EQ(value->get_double(), 5);
+
+    vorParameterPtr group = root->add("group", map());
     vorParameterPtr member = group->add("member", real(1));
     group->set_active("'yes'");
     EXPECT_FALSE(group->is_active()) << "a string result is inactive";
@@ -58,30 +62,9 @@ TEST(Active, NonNumericResultsAndInactiveParents) {
     b->set_active("a > 0");
     EXPECT_TRUE(a->is_active());
     EXPECT_TRUE(b->is_active());
-}
 
-TEST(Active, LocksNeedAnActiveNode) {
-    vorParameterPtr root(new vorParameterRoot("machining"));
-    vorParameterPtr flag = root->add("flag", real(0));
-    vorParameterPtr value = root->add("value", real(1));
-    value->lock(1);
-    value->set_active("flag");
-    EXPECT_FALSE(value->is_locked()) << "a locked but inactive node is not locked";
-    flag->set_double(1);
-    EXPECT_TRUE(value->is_locked());
-    value->set_double(5);
-    EXPECT_EQ(value->get_double(), 1);
-    {
-        vorParameterNoLock no_lock;
-        EXPECT_FALSE(value->is_locked());
-        value->set_double(5);
-    }
-    EXPECT_EQ(value->get_double(), 5);
-}
-
-TEST(Active, ChangesCallTheNearestOnModifyFunction) {
-    vorParameterPtr root(new vorParameterRoot("machining"));
-    vorParameterPtr tool = root->add("tool", vorParameterPtr(new vorParameterMap()));
+    // Changes call the nearest on-modify function.
+    vorParameterPtr tool = root->add("tool", map());
     vorParameterPtr diameter = tool->add("diameter", real(6));
     root->set_onmodify_callback(remember);
     g_notified = nullptr;

@@ -1,18 +1,11 @@
 // Handles, the shared errors and the base class's neutral answers.
 
-#include "vorparameter/containers/vorParameterArray.h"
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <atomic>
 #include <thread>
-#include <vector>
 
-TEST(Handle, EmptyHandleBecomesTheUnknownErrorInPlace) {
+TEST(Handle, EmptyHandlesEqualityAndOwners) {
     vorParameterPtr empty;
     EXPECT_TRUE(empty.is_null());
     vorParameter* first = empty.operator->();
@@ -23,9 +16,8 @@ TEST(Handle, EmptyHandleBecomesTheUnknownErrorInPlace) {
     const vorParameterPtr also_empty;
     EXPECT_EQ(also_empty.par()->subtype(), ERR_UNKNOWN);
     EXPECT_TRUE(vorParameterPtr().copy()->is_error());
-}
 
-TEST(Handle, EqualityIsIdentityExceptForTheNothingValue) {
+    // Equality is identity, except for the nothing value.
     vorParameterPtr a(new vorParameterString("x"));
     vorParameterPtr b(new vorParameterString("x"));
     EXPECT_TRUE(a == a);
@@ -37,9 +29,8 @@ TEST(Handle, EqualityIsIdentityExceptForTheNothingValue) {
     vorParameterPtr type_a = vorParameterError::create(ERR_TYPE);
     vorParameterPtr type_b = type_a.copy();
     EXPECT_FALSE(type_a == type_b);
-}
 
-TEST(Handle, CountsOwnersAndExternHandlesDoNotOwn) {
+    // Owners are counted; extern handles do not own.
     vorParameterPtr owner(new vorParameterString("x"));
     EXPECT_TRUE(owner.unique());
     {
@@ -55,29 +46,7 @@ TEST(Handle, CountsOwnersAndExternHandlesDoNotOwn) {
     EXPECT_FALSE(view.unique());
 }
 
-TEST(Errors, AreSharedPerKindWithTranslatedMessages) {
-    vorParameterPtr e5 = vorParameterError::create(ERR_DIVIDE_BY_ZERO);
-    EXPECT_EQ(e5.get(), vorParameterError::create(5).get());
-    EXPECT_EQ(e5->get_string(), "#ERROR: Divide by zero");
-    EXPECT_EQ(e5->print(0), "(ERROR) Divide by zero\n");
-    EXPECT_FALSE(e5->is_valid());
-    EXPECT_TRUE(e5->is_active());
-    e5->set_double(3.0);
-    EXPECT_EQ(e5->get_double(), 0.0);
-
-    vorParameterPtr e12 = vorParameterError::create(12);
-    EXPECT_EQ(e12->subtype(), ERR_UNKNOWN);
-    EXPECT_EQ(e12->get_expr(), "Unknown error");
-    EXPECT_EQ(e12.get(), vorParameterError::create(99).get());
-    EXPECT_NE(e12.get(), vorParameterError::create(0).get());
-
-    vorParameterPtr fresh = e5->evaluate();
-    EXPECT_NE(fresh.get(), e5.get()) << "evaluate gives a copy, not the shared instance";
-    EXPECT_EQ(fresh->subtype(), ERR_DIVIDE_BY_ZERO);
-    EXPECT_FALSE(vorParameterError::valid_subtype(10));
-}
-
-TEST(Base, NeutralAnswersAndSharedRecords) {
+TEST(Base, NeutralAnswersSharedErrorsRecordsAndDisplayNames) {
     vorParameterPtr s(new vorParameterString("abc"));
     s->set_name("label");
     vorParameterPtr clone = s.copy();
@@ -98,9 +67,7 @@ TEST(Base, NeutralAnswersAndSharedRecords) {
     vorParameterPtr real(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 3));
     real->set_measure_mode(MEASURE_RELATIVE);
     EXPECT_EQ(real->get_measure_mode(), MEASURE_RELATIVE);
-}
 
-TEST(Base, DisplayNamesFollowThePath) {
     vorParameterPtr tool(new vorParameterMap());
     tool->set_name("tool");
     vorParameterPtr diameter(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 6));
@@ -111,13 +78,34 @@ TEST(Base, DisplayNamesFollowThePath) {
     vorParameterPtr list = tool->add("list", vorParameterPtr(new vorParameterArray()));
     vorParameterPtr third;
     for (int i = 0; i < 3; ++i)
-        third = list->add(vorParameterKey(), vorParameterPtr(new vorParameterString("x")));
+        third = list->add(vorParameterKey(), text("x"));
     third->set_name("");
     EXPECT_EQ(vorParameter::get_name(*third, 1), "tool.list[2]");
     EXPECT_EQ(vorParameter::get_name(*third, 0), "[2]");
 
     vorParameterPtr nameless(new vorParameterString("x"));
     EXPECT_EQ(vorParameter::get_name(*nameless, 1), "");
+
+    // Errors are shared per kind, with translated messages.
+    vorParameterPtr e5 = vorParameterError::create(ERR_DIVIDE_BY_ZERO);
+    EXPECT_EQ(e5.get(), vorParameterError::create(5).get());
+    EXPECT_EQ(e5->get_string(), "#ERROR: Divide by zero");
+    EXPECT_EQ(e5->print(0), "(ERROR) Divide by zero\n");
+    EXPECT_FALSE(e5->is_valid());
+    EXPECT_TRUE(e5->is_active());
+    e5->set_double(3.0);
+    EXPECT_EQ(e5->get_double(), 0.0);
+
+    vorParameterPtr e12 = vorParameterError::create(12);
+    EXPECT_EQ(e12->subtype(), ERR_UNKNOWN);
+    EXPECT_EQ(e12->get_expr(), "Unknown error");
+    EXPECT_EQ(e12.get(), vorParameterError::create(99).get());
+    EXPECT_NE(e12.get(), vorParameterError::create(0).get());
+
+    vorParameterPtr fresh = e5->evaluate();
+    EXPECT_NE(fresh.get(), e5.get()) << "evaluate gives a copy, not the shared instance";
+    EXPECT_EQ(fresh->subtype(), ERR_DIVIDE_BY_ZERO);
+    EXPECT_FALSE(vorParameterError::valid_subtype(10));
 }
 
 TEST(HandleThreads, SharedEmptyHandleIsReplacedOnceWithoutARace) {

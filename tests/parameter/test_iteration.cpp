@@ -1,36 +1,13 @@
 // Tree iteration: order, keys relative to the start, depth limit, filters,
 // references and cycles, changes during a walk, and the example of the docs.
 
-#include "vorparameter/containers/vorParameterArray.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterFunction.h"
-#include "vorparameter/parameter/vorParameterIter.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-#include "vorparameter/parameter/vorParameterRoot.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <fstream>
-#include <sstream>
-#include <string>
-#include <vector>
 
 namespace {
 
 using Keys = std::vector<std::string>;
-
-vorParameterPtr real(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, v));
-}
-
-vorParameterPtr map() {
-    return vorParameterPtr(new vorParameterMap());
-}
-
-vorParameterPtr ref(const char* text) {
-    return vorParameterPtr(new vorParameterRef(text));
-}
 
 /// root { tool { diameter, flutes }, list [ { name }, { name } ], depth }
 struct Tree {
@@ -44,8 +21,8 @@ struct Tree {
     vorParameterPtr depth = root->add("depth", real(2));
 
     Tree() {
-        first->add("name", vorParameterPtr(new vorParameterString("first")));
-        second->add("name", vorParameterPtr(new vorParameterString("second")));
+        first->add("name", text("first"));
+        second->add("name", text("second"));
     }
 };
 
@@ -59,7 +36,7 @@ Keys keys(vorParameterIter it) {
 
 } // namespace
 
-TEST(Iteration, VisitsDepthFirstWithKeysRelativeToTheStart) {
+TEST(Iteration, VisitsDepthFirstWithRelativeKeysDepthLimitAndFilters) {
     Tree t;
     const Keys all = {"tool",         "tool.diameter", "tool.flutes",  "list", "list[0]",
                       "list[0].name", "list[1]",       "list[1].name", "depth"};
@@ -83,10 +60,7 @@ TEST(Iteration, VisitsDepthFirstWithKeysRelativeToTheStart) {
 
     for (vorParameterPtr start : {t.depth, map(), vorParameterPtr()})
         EXPECT_TRUE(keys(vorParameterIter(start)).empty());
-}
 
-TEST(Iteration, DepthLimitAndFilters) {
-    Tree t;
     vorParameterIter limited(t.root);
     limited.set_max_depth(2);
     EXPECT_EQ(keys(limited), (Keys{"tool", "tool.diameter", "tool.flutes", "list", "list[0]",
@@ -105,7 +79,7 @@ TEST(Iteration, DepthLimitAndFilters) {
     EXPECT_EQ(keys(active), (Keys{"list", "list[0]", "list[1]", "depth"}));
 
     // Functions are skipped unless asked for; reserved names when asked.
-    t.root->add("twice", vorParameterPtr(new vorParameterFunction("argv[0] * 2")));
+    t.root->add("twice", function("argv[0] * 2"));
     t.root->add("_hidden", real(1));
     vorParameterIter top(t.root);
     top.set_max_depth(1);
@@ -119,9 +93,9 @@ TEST(Iteration, ReferencesAreFollowedOnlyWhenAskedAndCyclesEnd) {
     Tree t;
     vorParameterPtr a = t.root->add("a", map());
     vorParameterPtr b = t.root->add("b", map());
-    vorParameterPtr to_b = a->add("to_b", ref("b"));
-    vorParameterPtr cutter = a->add("cutter", ref("tool"));
-    b->add("to_a", ref("a"));
+    vorParameterPtr to_b = a->add("to_b", reference("b"));
+    vorParameterPtr cutter = a->add("cutter", reference("tool"));
+    b->add("to_a", reference("a"));
 
     vorParameterIter plain(a);
     plain.set_leaf_only(1);
@@ -170,7 +144,7 @@ TEST(Iteration, ChangesDuringTheWalkTakeEachContainerAsEntered) {
     EXPECT_EQ(keys(held), (Keys{"[0].name", "[1]", "[1].name"}));
 }
 
-TEST(Iteration, OneLevelIteratorsAndDisplayNames) {
+TEST(Iteration, OneLevelIteratorsDisplayNamesAndTheDocumentedExample) {
     Tree t;
     std::unique_ptr<vorBaseParIter> members(vorBaseParIter::create(t.list));
     EXPECT_TRUE(members->undefined());
@@ -186,24 +160,20 @@ TEST(Iteration, OneLevelIteratorsAndDisplayNames) {
     EXPECT_FALSE(++single);
 
     // A nameless member is named by its key in the parent, functions too.
-    vorParameterPtr f = t.tool->add("f", vorParameterPtr(new vorParameterFunction("1")));
+    vorParameterPtr f = t.tool->add("f", function("1"));
     f->set_name("");
     EXPECT_EQ(vorParameter::get_name(*f, 0), "f");
     EXPECT_EQ(vorParameter::get_name(*t.second, 1), "machining.list[1]");
-}
 
-TEST(Iteration, TheDocumentedExampleRuns) {
     // The example of docs/parameters.md, "Iterating a tree".
     vorParameterPtr root(new vorParameterRoot("machining"));
-    vorParameterPtr tool = root->add("tool", vorParameterPtr(new vorParameterMap()));
-    tool->add("diameter", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 6)));
-    tool->add("name", vorParameterPtr(new vorParameterString("End mill")));
+    vorParameterPtr tool = root->add("tool", map());
+    tool->add("diameter", real(6, DIM_LENGTH));
+    tool->add("name", text("End mill"));
     vorParameterPtr passes = root->add("passes", vorParameterPtr(new vorParameterArray()));
-    passes->add(vorParameterKey(),
-                vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 1)));
-    passes->add(vorParameterKey(),
-                vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 2)));
-    root->add("cutter", vorParameterPtr(new vorParameterRef("tool")));
+    passes->add(vorParameterKey(), real(1, DIM_LENGTH));
+    passes->add(vorParameterKey(), real(2, DIM_LENGTH));
+    root->add("cutter", reference("tool"));
 
     std::ostringstream out;
     vorParameterIter it(root);

@@ -1,12 +1,8 @@
 // Keys: parsing, the canonical text, components, the cache and synonyms.
 
-#include "vorparameter/parameter/vorParameterKey.h"
+#include "../support/prelude.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
-TEST(Key, ParsesNamesIndicesAndMalformedTexts) {
+TEST(Key, ParsesComponentsAndTheCanonicalText) {
     EXPECT_EQ(vorParameterKey("tool.diameter").type(), TYPE_MAP);
     EXPECT_EQ(vorParameterKey("tool.diameter").first(), "tool");
     EXPECT_EQ(vorParameterKey("tool.diameter").remainder_str(), "diameter");
@@ -33,9 +29,8 @@ TEST(Key, ParsesNamesIndicesAndMalformedTexts) {
     EXPECT_FALSE(vorParameterKey("[99999999999]").index(index)) << "beyond int";
     EXPECT_EQ(vorParameterKey("Länge").type(), TYPE_MAP);
     EXPECT_EQ(vorParameterKey("Länge").first(), "Länge");
-}
 
-TEST(Key, CanonicalTextNormalisesOnlyTheFirstComponent) {
+    // The canonical text normalises only the first component.
     EXPECT_EQ(vorParameterKey("3.name").str(), "[3].name");
     EXPECT_EQ(vorParameterKey("list.3.name").str(), "list.3.name");
     EXPECT_EQ(vorParameterKey("a[2]").str(), "a[2]");
@@ -44,9 +39,7 @@ TEST(Key, CanonicalTextNormalisesOnlyTheFirstComponent) {
     vorParameterKey current("current.depth");
     EXPECT_EQ(current.first(), "toolpath");
     EXPECT_EQ(current.str(), "toolpath.depth");
-}
 
-TEST(Key, ComponentsParentsAndConcatenation) {
     vorParameterKey abc("a.b.c");
     EXPECT_EQ(abc.parent().str(), "a.b");
     EXPECT_EQ(abc.last(), "c");
@@ -61,7 +54,7 @@ TEST(Key, ComponentsParentsAndConcatenation) {
     EXPECT_TRUE(vorParameterKey("") + k == k);
 }
 
-TEST(Key, NameKeysShareOneRecordIndexKeysNever) {
+TEST(Key, NameKeysAndRemaindersShareOneRecordIndexKeysNever) {
     EXPECT_TRUE(vorParameterKey("a") == vorParameterKey("a"));
     EXPECT_TRUE(vorParameterKey("$$tol") == vorParameterKey("tol"));
     EXPECT_FALSE(vorParameterKey("[2]") == vorParameterKey("[2]"));
@@ -72,17 +65,15 @@ TEST(Key, NameKeysShareOneRecordIndexKeysNever) {
     vorParameterKeyImpl::initialize_synonyms(synonyms);
     EXPECT_EQ(vorParameterKey("dia").str(), "diameter");
     EXPECT_TRUE(vorParameterKey("dia") == vorParameterKey("diameter"));
-}
 
-TEST(Key, RemaindersAreSharedExactlyLikeKeysOfTheirText) {
     vorParameterKey path("holder.remainder_probe");
     const vorParameterKey rest = path.remainder();
     EXPECT_TRUE(rest == vorParameterKey("remainder_probe"));
     EXPECT_TRUE(path.remainder() == rest);
 
-    utStringutStringcoTable synonyms;
-    synonyms.set("remainder_probe", "probe_target");
-    vorParameterKeyImpl::initialize_synonyms(synonyms);
+    utStringutStringcoTable later;
+    later.set("remainder_probe", "probe_target");
+    vorParameterKeyImpl::initialize_synonyms(later);
     EXPECT_EQ(path.remainder().str(), "probe_target") << "a synonym added later applies too";
     EXPECT_TRUE(path.remainder() == vorParameterKey("probe_target"));
 
@@ -95,7 +86,7 @@ TEST(Key, RemaindersAreSharedExactlyLikeKeysOfTheirText) {
     EXPECT_FALSE(long_rest.remainder() == uncached) << "nor names too long for the cache";
 }
 
-TEST(Key, HugeAndDeepPathsAreMalformedNotSlow) {
+TEST(Key, HugePathsAreMalformedAndDroppedRecordsAreNeverReached) {
     std::string huge(1 << 20, 'a');
     vorParameterKey big{utString(huge)};
     EXPECT_EQ(big.type(), TYPE_ERROR);
@@ -109,9 +100,7 @@ TEST(Key, HugeAndDeepPathsAreMalformedNotSlow) {
     EXPECT_EQ(uncached.type(), TYPE_MAP);
     EXPECT_FALSE(uncached == vorParameterKey(utString(long_name)))
         << "names too long for the cache are parsed anew";
-}
 
-TEST(Key, ARememberedRemainderIsNeverOneTheCacheDropped) {
     // The path remembers its remainder's record without holding it. Once no
     // key holds that record, a flood of new texts makes the cache drop it;
     // the path must then look the remainder up again, not reach the freed

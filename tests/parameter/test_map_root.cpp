@@ -1,28 +1,16 @@
 // Maps and roots: lookup, adding, removing, synonyms and built-in names.
 
-#include "vorparameter/containers/vorParameterList.h"
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-#include "vorparameter/parameter/vorParameterRoot.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 namespace {
 
 vorParameterPtr number(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, v));
-}
-vorParameterPtr text(const char* s) {
-    return vorParameterPtr(new vorParameterString(s));
+    return real(v, DIM_LENGTH);
 }
 
 } // namespace
 
-TEST(Map, LooksNamesUpCaseInsensitivelyExactFirst) {
+TEST(Map, LooksNamesAndPathsUpCaseInsensitivelyExactFirst) {
     vorParameterMap map;
     vorParameterPtr depth = map.add("Depth", number(1));
     vorParameterPtr width = map.add("width", number(2));
@@ -37,6 +25,27 @@ TEST(Map, LooksNamesUpCaseInsensitivelyExactFirst) {
     vorParameterPtr exact = map.add("depth", number(3));
     EXPECT_EQ(exact.get(), depth.get()) << "add finds the existing member, any case";
     EXPECT_EQ(map.size(), 2);
+
+    vorParameterPtr tool(new vorParameterMap());
+    vorParameterMap root;
+    root.add("tool", tool);
+    vorParameterPtr diameter = tool->add("diameter", number(6));
+    EXPECT_EQ(root["tool.diameter"].get(), diameter.get());
+    EXPECT_EQ(root["TOOL.Diameter"].get(), diameter.get());
+    EXPECT_EQ(root["tool.diameter.x"]->subtype(), ERR_INVALID_NAME)
+        << "a lookup in a non-container is reported as an invalid name";
+    EXPECT_EQ(root[vorParameterKey(utString(std::string(1 << 20, 'x')))]->subtype(),
+              ERR_INVALID_NAME);
+
+    vorParameterMap keyed;
+    keyed.add("b", number(1));
+    keyed.add("A", number(2));
+    keyed.add("_keys", number(3));
+    vorParameterPtr keys = keyed["_keys"];
+    ASSERT_EQ(keys->type(), TYPE_ARRAY);
+    ASSERT_EQ(keys->size(), 2) << "a member named _keys is never added or reachable";
+    EXPECT_EQ(keys["[0]"]->get_string(), "b");
+    EXPECT_EQ(keys["[1]"]->get_string(), "A");
 }
 
 TEST(Map, MembersDifferingInLetterCaseAloneAfterReplacingAReference) {
@@ -63,19 +72,6 @@ TEST(Map, MembersDifferingInLetterCaseAloneAfterReplacingAReference) {
 
     vorParameterPtr copy = vorParameterPtr(new vorParameterMap(map));
     EXPECT_EQ(copy["aB"]->get_double(), 4.0) << "copies keep the letter-case index";
-}
-
-TEST(Map, PathsDescendAndErrorsBecomeInvalidName) {
-    vorParameterPtr tool(new vorParameterMap());
-    vorParameterMap root;
-    root.add("tool", tool);
-    vorParameterPtr diameter = tool->add("diameter", number(6));
-    EXPECT_EQ(root["tool.diameter"].get(), diameter.get());
-    EXPECT_EQ(root["TOOL.Diameter"].get(), diameter.get());
-    EXPECT_EQ(root["tool.diameter.x"]->subtype(), ERR_INVALID_NAME)
-        << "a lookup in a non-container is reported as an invalid name";
-    EXPECT_EQ(root[vorParameterKey(utString(std::string(1 << 20, 'x')))]->subtype(),
-              ERR_INVALID_NAME);
 }
 
 namespace {
@@ -105,16 +101,17 @@ TEST(Map, TextLookupsAnswerAsKeyLookups) {
     for (vorParameterPtr handle : {vorParameterPtr(new vorParameterRoot("Tool", 0, "T1")),
                                    vorParameterPtr(new vorParameterLibRoot("Tool", 0, "T1"))}) {
         vorParameter& root = *handle;
-        vorParameterPtr plain = root.add("plain", vorParameterPtr(new vorParameterMap()));
-        plain->add("Inner", vorParameterPtr(new vorParameterMap()))->add("depth", number(1));
+        vorParameterPtr plain = root.add("plain", map());
+        plain->add("Inner", map())->add("depth", number(1));
         plain->add("broken", vorParameterError::create(ERR_DIVIDE_BY_ZERO));
-        plain->add("to_inner", vorParameterPtr(new vorParameterRef("plain.inner")));
+        plain->add("to_inner", reference("plain.inner"));
         vorParameterPtr host = plain->add("host", vorParameterPtr(new AnsweringMap()));
         host->add("x", number(2));
         vorParameterPtr list = plain->add("list", vorParameterPtr(new vorParameterList(number(0))));
         list->add(vorParameterKey(0, ""), number(3));
         root.add("Name", text("member"));
 
+        const vorParameterMap& plain_map = static_cast<const vorParameterMap&>(*plain);
         for (int round = 0; round < 2; ++round)
             for (const char* path :
                  {"plain.inner.depth", "PLAIN.Inner.DEPTH", "$plain.inner", "plain.broken",
@@ -123,8 +120,7 @@ TEST(Map, TextLookupsAnswerAsKeyLookups) {
                   "tool.plain.inner", "sqrt", "", "a b"}) {
                 const vorParameterKey key(path);
                 EXPECT_EQ(answer(root[path]), answer(root[key])) << path;
-                const vorParameterMap& map = static_cast<const vorParameterMap&>(*plain);
-                EXPECT_EQ(answer(map[path]), answer(map[key])) << path;
+                EXPECT_EQ(answer(plain_map[path]), answer(plain_map[key])) << path;
                 EXPECT_EQ(answer(plain[path]), answer(plain[key])) << path;
             }
         EXPECT_EQ(plain["host.x"]->get_double(), 42) << "a host's map answers for itself";
@@ -137,19 +133,7 @@ TEST(Map, TextLookupsAnswerAsKeyLookups) {
     }
 }
 
-TEST(Map, KeysListsMemberNamesInOrder) {
-    vorParameterMap map;
-    map.add("b", number(1));
-    map.add("A", number(2));
-    map.add("_keys", number(3));
-    vorParameterPtr keys = map["_keys"];
-    ASSERT_EQ(keys->type(), TYPE_ARRAY);
-    ASSERT_EQ(keys->size(), 2) << "a member named _keys is never added or reachable";
-    EXPECT_EQ(keys["[0]"]->get_string(), "b");
-    EXPECT_EQ(keys["[1]"]->get_string(), "A");
-}
-
-TEST(Map, RemoveLockAndCycles) {
+TEST(Map, RemoveLockCyclesCopiesAndTheRootsNames) {
     vorParameterPtr map(new vorParameterMap());
     vorParameterPtr x = map->add("x", number(1));
     EXPECT_EQ(map->remove("X").get(), x.get());
@@ -168,21 +152,17 @@ TEST(Map, RemoveLockAndCycles) {
     map->lock(1);
     EXPECT_EQ(map->add("y", number(2))->subtype(), ERR_UNKNOWN);
     EXPECT_TRUE(inner->is_locked()) << "a lock covers the members";
-}
 
-TEST(Map, CopiesAreDeepAndCompareByValue) {
-    vorParameterPtr map(new vorParameterMap());
-    map->add("a", number(1));
-    vorParameterPtr copy = map.copy();
-    EXPECT_NE(copy["a"].get(), map["a"].get());
+    vorParameterPtr copied(new vorParameterMap());
+    copied->add("a", number(1));
+    vorParameterPtr copy = copied.copy();
+    EXPECT_NE(copy["a"].get(), copied["a"].get());
     EXPECT_EQ(copy["a"]->parent(), copy.get());
-    EXPECT_TRUE(*copy == *map);
+    EXPECT_TRUE(*copy == *copied);
     copy["a"]->set_double(2);
-    EXPECT_FALSE(*copy == *map);
-    EXPECT_EQ(map->print(0), "(MAP) \na: (REAL) 1 [L]\n");
-}
+    EXPECT_FALSE(*copy == *copied);
+    EXPECT_EQ(copied->print(0), "(MAP) \na: (REAL) 1 [L]\n");
 
-TEST(Root, SynonymsAndBuiltInNames) {
     vorParameterPtr root_handle(new vorParameterRoot("Tool", 0, "T1"));
     vorParameterRoot& root = static_cast<vorParameterRoot&>(*root_handle);
     EXPECT_EQ(root.subtype(), SUB_ROOT);
@@ -202,12 +182,10 @@ TEST(Root, SynonymsAndBuiltInNames) {
     EXPECT_EQ(root.translate_key("tool.name"), "tool.name");
     EXPECT_EQ(vorParameterRoot::get_root(diameter.get()), &root);
     EXPECT_EQ(vorParameter::get_name(root, 0), "Tool");
-}
 
-TEST(Root, ScopingWalksUpByPrecedence) {
-    vorParameterPtr root(new vorParameterRoot("machining"));
-    vorParameterPtr tolerance = root->add("tolerance", number(0.01));
-    vorParameterPtr strategy = root->add("strategy", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr scope(new vorParameterRoot("machining"));
+    vorParameterPtr tolerance = scope->add("tolerance", number(0.01));
+    vorParameterPtr strategy = scope->add("strategy", vorParameterPtr(new vorParameterMap()));
     vorParameterPtr stepover = strategy->add("stepover", number(2));
     EXPECT_EQ(stepover->resolve("tolerance").get(), tolerance.get());
     EXPECT_EQ(stepover->resolve("")->subtype(), ERR_SYNTAX);

@@ -2,26 +2,11 @@
 // (references, non-containers, empty handles), loaded empty slots, and
 // changes made by the loop body.
 
-#include "vorparameter/containers/vorParameterArray.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/parameter/vorParameterMembers.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-#include "vorparameter/persistence/vorParameterOpenRoot.h"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
-#include <string>
-#include <vector>
+#include "../support/prelude.h"
 
 namespace {
 
 using Names = std::vector<std::string>;
-
-vorParameterPtr number(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, v));
-}
 
 Names names_of(const vorMemberRange& range) {
     Names names;
@@ -32,13 +17,13 @@ Names names_of(const vorMemberRange& range) {
 
 } // namespace
 
-TEST(Members, MapMembersInInsertionOrderUnderTheirExactNames) {
+TEST(Members, MapMembersInOrderAndEmptyRangesForAnythingElse) {
     vorParameterRoot root("machining");
-    vorParameterPtr tool = root.add("tool", vorParameterPtr(new vorParameterMap()));
-    vorParameterPtr zeta = tool->add("Zeta", number(1));
-    tool->add("alpha", number(2));
-    tool->add("_hidden", number(3));
-    tool->add("Mid", number(4));
+    vorParameterPtr tool = root.add("tool", map());
+    vorParameterPtr zeta = tool->add("Zeta", real(1));
+    tool->add("alpha", real(2));
+    tool->add("_hidden", real(3));
+    tool->add("Mid", real(4));
 
     EXPECT_EQ(names_of(vorMembers(tool)), (Names{"Zeta", "alpha", "_hidden", "Mid"}));
     const vorParameterPtr& const_tool = tool;
@@ -47,19 +32,17 @@ TEST(Members, MapMembersInInsertionOrderUnderTheirExactNames) {
     EXPECT_EQ(range.begin()->par, zeta) << "the handles are the members themselves";
     // A root on the stack, and a reference to the map, which is followed.
     EXPECT_EQ(names_of(vorMembers(root)), Names{"tool"});
-    root.add("holder", vorParameterPtr(new vorParameterRef("tool")));
+    root.add("holder", reference("tool"));
     EXPECT_EQ(names_of(vorMembers(root["holder"])), names_of(vorMembers(tool)));
-}
 
-TEST(Members, AnythingButTheRightContainerGivesAnEmptyRange) {
-    vorParameterRoot root("machining");
+    // Anything but the right container gives an empty range.
     vorParameterPtr list = root.add("list", vorParameterPtr(new vorParameterArray()));
-    list->add(vorParameterKey(), number(1));
-    vorParameterPtr dangling = root.add("dangling", vorParameterPtr(new vorParameterRef("nosuch")));
+    list->add(vorParameterKey(), real(1));
+    vorParameterPtr dangling = root.add("dangling", reference("nosuch"));
 
     EXPECT_TRUE(vorMembers(list).empty());
     EXPECT_TRUE(vorElements(vorParameterPtr::share(&root)).empty());
-    EXPECT_TRUE(vorMembers(number(5)).empty());
+    EXPECT_TRUE(vorMembers(real(5)).empty());
     EXPECT_TRUE(vorMembers(root["nosuch"]).empty());
     EXPECT_TRUE(vorMembers(dangling).empty());
     EXPECT_TRUE(vorElements(dangling).empty());
@@ -69,7 +52,7 @@ TEST(Members, AnythingButTheRightContainerGivesAnEmptyRange) {
     EXPECT_TRUE(none.is_null()) << "looping over an empty handle leaves it empty";
 }
 
-TEST(Members, ElementsInIndexOrderWithLoadedEmptySlotsInPlace) {
+TEST(Members, ElementsInIndexOrderAndTheLoopBodyMayChangeOrReleaseTheContainer) {
     std::istringstream file("{\"type\" : \"job\", \"version\" : \"1\", \"time\" : \"0\"}\n"
                             "{\"passes\" : (\"1\", , \"3\")}\n");
     vorParameterSerialError error = SERIAL_OK;
@@ -85,12 +68,10 @@ TEST(Members, ElementsInIndexOrderWithLoadedEmptySlotsInPlace) {
     }
     EXPECT_EQ(texts, (Names{"1", "", "3"}));
     EXPECT_EQ(active, (std::vector<bool>{true, false, true}));
-}
 
-TEST(Members, TheLoopBodyMayChangeOrReleaseTheContainer) {
     vorParameterPtr tool(new vorParameterMap());
     for (const char* name : {"a", "b", "c"})
-        tool->add(name, number(1));
+        tool->add(name, real(1));
 
     // Removing every member and adding new ones while looping: the loop sees
     // exactly the members that stood when it began, alive to the end.
@@ -100,7 +81,7 @@ TEST(Members, TheLoopBodyMayChangeOrReleaseTheContainer) {
         tool->remove("a");
         tool->remove("b");
         tool->remove("c");
-        tool->add(name + "_new", number(2));
+        tool->add(name + "_new", real(2));
         EXPECT_EQ(member->get_double(), 1.0);
     }
     EXPECT_EQ(seen, (Names{"a", "b", "c"}));
@@ -108,7 +89,7 @@ TEST(Members, TheLoopBodyMayChangeOrReleaseTheContainer) {
 
     vorParameterPtr list(new vorParameterArray());
     for (int i = 0; i < 3; ++i)
-        list->add(vorParameterKey(), number(i));
+        list->add(vorParameterKey(), real(i));
     double sum = 0;
     for (const vorParameterPtr& element : vorElements(list)) {
         list.reset(); // the last handle of the array itself goes

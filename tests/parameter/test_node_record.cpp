@@ -2,21 +2,9 @@
 // share and private copies duplicate, and the functions and dependency lists
 // that only some nodes have.
 
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 namespace {
-
-vorParameterPtr real(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, v));
-}
-
-int g_modified = 0;
-void count_modification(vorParameter*) {
-    ++g_modified;
-}
 
 vorParameterMirrorMode always_negate(const vorParameter*) {
     return MIRROR_NEGATE;

@@ -1,23 +1,9 @@
 // The proxy that sends changes to listeners and the query that evaluates a
 // text to a plain value.
 
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
-#include "vorparameter/parameter/vorParameterGuards.h"
-#include "vorparameter/parameter/vorParameterProxy.h"
-#include "vorparameter/parameter/vorQueryParameter.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
+#include "../support/prelude.h"
 
 namespace {
-
-vorParameterPtr real(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, v));
-}
 
 struct Recorder : vorParameterProxyListener {
     std::vector<std::string> seen;
@@ -34,7 +20,7 @@ struct Recorder : vorParameterProxyListener {
 TEST(Proxy, SendsEachChangeToTheListenersOfThatMoment) {
     vorParameterProxy& proxy = vorParameterProxy::instance();
     vorParameterRoot root("machining");
-    vorParameterPtr tool = root.add("tool", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr tool = root.add("tool", map());
     vorParameterPtr depth = tool->add("depth", real(1));
     tool->set_onmodify_callback(&vorParameterProxy::onmodify);
 
@@ -73,9 +59,9 @@ vorParameterPtr always_seven(const utString&, const vorParameter*) {
 TEST(Query, EvaluatesTextsThroughTheSettableFunction) {
     vorQueryParameter& query = vorQueryParameter::instance();
     vorParameterLibRoot root("machining");
-    vorParameterPtr tool = root.add("tool", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr tool = root.add("tool", map());
     tool->add("diameter", real(6));
-    tool->add("name", vorParameterPtr(new vorParameterString("mill")));
+    tool->add("name", text("mill"));
 
     EXPECT_DOUBLE_EQ(query.get_double("2 * 3"), 6.0) << "no scope: literals work";
     EXPECT_TRUE(query.query("tool.diameter")->is_error());
@@ -96,7 +82,7 @@ TEST(Query, EvaluatesTextsThroughTheSettableFunction) {
 
 TEST(RootTables, ActiveExpressionsAndWhatDependsOnWhat) {
     vorParameterRoot root("machining");
-    vorParameterPtr tool = root.add("Tool", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr tool = root.add("Tool", map());
     tool->add("Diameter", real(6));
     root.add("Depth", real(2));
     root.add("finish", real(1))->set_active("Depth > 0 & Tool.Diameter < 10 & depth2 > x");

@@ -5,18 +5,13 @@
 #include "../support/doc_examples.h"
 #include "../support/documented_tree.h"
 
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 TEST(ParameterDocs, ReferenceExamplesEvaluateAsDocumented) {
     vorParameterPtr root = documented_tree();
-    root->add("cut", vorParameterPtr(new vorParameterRef("tool.diameter")));
-    root->add("holder", vorParameterPtr(new vorParameterRef("tool")));
-    root->add("loop", vorParameterPtr(new vorParameterRef("loop")));
+    root->add("cut", reference("tool.diameter"));
+    root->add("holder", reference("tool"));
+    root->add("loop", reference("loop"));
     auto* typed = new vorParameterRef("tool.name");
     typed->set_required_type(TYPE_NUMERIC);
     root->add("typed", vorParameterPtr(typed));

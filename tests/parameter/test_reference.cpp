@@ -1,41 +1,24 @@
 // References: resolution, chains and cycles, entity designations, required
 // types, writing through, printing; and data parameters.
 
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterFunction.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
-#include "vorparameter/parameter/vorParameterData.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-#include "vorparameter/parameter/vorParameterRoot.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 namespace {
-
-vorParameterPtr real(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, v));
-}
-
-vorParameterPtr ref(const char* text) {
-    return vorParameterPtr(new vorParameterRef(text));
-}
 
 /// root { tool { diameter: 6mm, depth: 2mm, name: "End mill" } }
 struct Tree {
     vorParameterPtr root{new vorParameterRoot("machining")};
-    vorParameterPtr tool = root->add("tool", vorParameterPtr(new vorParameterMap()));
+    vorParameterPtr tool = root->add("tool", map());
     vorParameterPtr diameter = tool->add("diameter", real(6));
     vorParameterPtr depth = tool->add("depth", real(2));
-    vorParameterPtr name = tool->add("name", vorParameterPtr(new vorParameterString("End mill")));
+    vorParameterPtr name = tool->add("name", text("End mill"));
 };
 
 } // namespace
 
-TEST(Reference, ResolvesAPathAndForwardsReadsWritesAndLookups) {
+TEST(Reference, ResolvesForwardsAndEndsCyclesInAnError) {
     Tree t;
-    vorParameterPtr r = t.root->add("r", ref("tool.diameter"));
+    vorParameterPtr r = t.root->add("r", reference("tool.diameter"));
     EXPECT_EQ(r->type(), TYPE_NUMERIC);
     EXPECT_EQ(r->subtype(), SUB_REAL);
     EXPECT_DOUBLE_EQ(r->get_double(), 6.0);
@@ -54,52 +37,48 @@ TEST(Reference, ResolvesAPathAndForwardsReadsWritesAndLookups) {
     EXPECT_DOUBLE_EQ(twice->get_double(), 4.0);
 
     // A reference to a map looks members up in it.
-    vorParameterPtr m = t.root->add("m", ref("tool"));
+    vorParameterPtr m = t.root->add("m", reference("tool"));
     EXPECT_EQ(m->type(), TYPE_MAP);
     EXPECT_EQ((*m)["name"]->get_string(), "End mill");
     EXPECT_EQ(m->size(), 3);
-}
 
-TEST(Reference, CyclesAndSelfContainmentAreExpressionErrors) {
-    Tree t;
     // To itself, to its own parent, a to b to a, a to b to c to a.
-    vorParameterPtr self = t.tool->add("self", ref("self"));
-    vorParameterPtr up = t.tool->add("up", ref("tool"));
-    vorParameterPtr a = t.root->add("a", ref("b"));
-    vorParameterPtr b = t.root->add("b", ref("a"));
-    vorParameterPtr c1 = t.root->add("c1", ref("c2"));
-    t.root->add("c2", ref("c3"));
-    t.root->add("c3", ref("c1"));
-    for (const vorParameterPtr& r : {self, up, a, b, c1}) {
-        EXPECT_TRUE(r->is_error());
-        EXPECT_EQ(r->type(), TYPE_ERROR);
-        EXPECT_EQ(r->subtype(), ERR_EXPRESSION);
-        EXPECT_NE(r.par(), nullptr);
-        EXPECT_DOUBLE_EQ(r->get_double(), 0.0);
-        EXPECT_FALSE(r->is_valid());
+    vorParameterPtr self = t.tool->add("self", reference("self"));
+    vorParameterPtr up = t.tool->add("up", reference("tool"));
+    vorParameterPtr a = t.root->add("a", reference("b"));
+    vorParameterPtr b = t.root->add("b", reference("a"));
+    vorParameterPtr c1 = t.root->add("c1", reference("c2"));
+    t.root->add("c2", reference("c3"));
+    t.root->add("c3", reference("c1"));
+    for (const vorParameterPtr& cyclic : {self, up, a, b, c1}) {
+        EXPECT_TRUE(cyclic->is_error());
+        EXPECT_EQ(cyclic->type(), TYPE_ERROR);
+        EXPECT_EQ(cyclic->subtype(), ERR_EXPRESSION);
+        EXPECT_NE(cyclic.par(), nullptr);
+        EXPECT_DOUBLE_EQ(cyclic->get_double(), 0.0);
+        EXPECT_FALSE(cyclic->is_valid());
     }
     EXPECT_EQ(a->print(0), "(REF !) b = (NULL REFERENCE!)\n");
     EXPECT_EQ(vorParameterRef().subtype(), ERR_EXPRESSION) << "no text, no referent";
 
     // A cycle through maps ends in the marked print.
-    vorParameterPtr m1 = t.root->add("m1", vorParameterPtr(new vorParameterMap()));
-    vorParameterPtr m2 = t.root->add("m2", vorParameterPtr(new vorParameterMap()));
-    m1->add("to", ref("m2"));
-    m2->add("to", ref("m1"));
+    vorParameterPtr m1 = t.root->add("m1", map());
+    vorParameterPtr m2 = t.root->add("m2", map());
+    m1->add("to", reference("m2"));
+    m2->add("to", reference("m1"));
     EXPECT_NE(m1->print(0).find("(RECURSIVE REFERENCE!)"), utString::npos);
-}
 
-TEST(Reference, LongChainsCollapseOrEndInTheNestingError) {
-    vorParameterPtr root(new vorParameterRoot("machining"));
+    vorParameterPtr root(new vorParameterRoot("chain"));
     root->add("r0", real(7));
     for (int i = 1; i <= 100; ++i)
-        root->add(utString("r" + std::to_string(i)), ref(("r" + std::to_string(i - 1)).c_str()));
+        root->add(utString("r" + std::to_string(i)),
+                  reference(("r" + std::to_string(i - 1)).c_str()));
     vorParameterPtr last = (*root)["r100"];
     EXPECT_DOUBLE_EQ(last->get_double(), 7.0);
     EXPECT_EQ(last.par(), (*root)["r0"].get()) << "the chain collapses to its end";
 }
 
-TEST(Reference, RequiredTypesAndRootTypes) {
+TEST(Reference, RequiredTypesEntityDesignationsAndDataParameters) {
     Tree t;
     auto* typed = new vorParameterRef("tool.name");
     vorParameterPtr r = t.root->add("typed", vorParameterPtr(typed));
@@ -122,9 +101,7 @@ TEST(Reference, RequiredTypesAndRootTypes) {
     EXPECT_EQ(rr->subtype(), ERR_TYPE);
     rooted->set_ref_root_type("milling");
     EXPECT_EQ(rr->type(), TYPE_MAP);
-}
 
-TEST(Reference, EntityDesignationsAndTheirTexts) {
     const vorUniqueId id(0x0123456789abcdefULL, 0x0fedcba987654321ULL);
     vorParameterRef by_id("id:" + id.hex_string());
     EXPECT_EQ(by_id.get_ref_string(), "id:0123456789abcdef0fedcba987654321");
@@ -139,17 +116,14 @@ TEST(Reference, EntityDesignationsAndTheirTexts) {
 
     // The host answers entity(...): here a user function of the root that
     // returns the text it was asked for, so the designation shows.
-    vorParameterLibRoot root("machining");
-    root.add("probe", vorParameterPtr(new vorParameterFunction("argv[0] + '/' + argv[1]")));
-    root.add("entity", vorParameterPtr(new vorParameterFunction("probe(argv[0]; argv[1])")));
-    vorParameterPtr quoted =
-        root.add("quoted", vorParameterPtr(new vorParameterRef("curve:O'Neil")));
+    vorParameterLibRoot host("machining");
+    host.add("probe", function("argv[0] + '/' + argv[1]"));
+    host.add("entity", vorParameterPtr(new vorParameterFunction("probe(argv[0]; argv[1])")));
+    vorParameterPtr quoted = host.add("quoted", reference("curve:O'Neil"));
     EXPECT_EQ(quoted->get_string(), "curve/O'Neil") << "double quotes around a name with '";
-    vorParameterPtr plain = root.add("plain", vorParameterPtr(new vorParameterRef("curve:c1")));
+    vorParameterPtr plain = host.add("plain", reference("curve:c1"));
     EXPECT_EQ(plain->get_string(), "curve/c1");
-}
 
-TEST(Data, AsksTheHostsDataFunctions) {
     vorParameterLibRoot root("machining");
     vorParameterPtr data = root.add("d", vorParameterPtr(new vorParameterData("material")));
     auto* d = static_cast<vorParameterData*>(data.get());
@@ -159,11 +133,11 @@ TEST(Data, AsksTheHostsDataFunctions) {
     // No vordata function: the call fails.
     EXPECT_EQ(d->get_data_par()->subtype(), ERR_INVALID_DATA);
     // A host function that answers something other than data.
-    root.add("vordata", vorParameterPtr(new vorParameterFunction("argv[0]")));
+    root.add("vordata", function("argv[0]"));
     EXPECT_EQ(d->get_data_par()->subtype(), ERR_TYPE);
     // One that answers data.
     root.remove("vordata");
-    root.add("vordata", vorParameterPtr(new vorParameterFunction("d")));
+    root.add("vordata", function("d"));
     EXPECT_EQ(d->get_data_par().get(), data.get());
 
     vorParameterPtr copy = data.copy();

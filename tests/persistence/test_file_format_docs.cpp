@@ -4,18 +4,9 @@
 
 #include "../support/doc_examples.h"
 
-#include "vorparameter/containers/vorParameterArray.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-#include "vorparameter/persistence/vorParameterSerializer.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <map>
-#include <sstream>
-#include <string>
-#include <vector>
 
 namespace {
 
@@ -56,11 +47,11 @@ public:
         add("tolerance", length("0.01"));
         add("stepover", length("tool.diameter * 0.4"));
         vorParameterPtr tool(new vorParameterMap());
-        tool->add("name", vorParameterPtr(new vorParameterString("Flat \"6 mm\" mill")));
-        tool->add("library", vorParameterPtr(new vorParameterString("C:\\tools\\mills")));
+        tool->add("name", text("Flat \"6 mm\" mill"));
+        tool->add("library", text("C:\\tools\\mills"));
         tool->add("diameter", length("6"));
         add("tool", tool);
-        add("holder", vorParameterPtr(new vorParameterRef("tool")));
+        add("holder", reference("tool"));
         vorParameterPtr passes(new vorParameterArray());
         for (const char* text : {"1", "2", "3"}) {
             vorParameterPtr pass(new vorParameterNumeric(SUB_INT, DIM_NONE, 0.0));
@@ -229,17 +220,14 @@ TEST(FileFormatDocs, ExampleFilesLeaveTheTreeAsThePageSays) {
     }
 }
 
-TEST(FileFormatDocs, IncludingAMapUnderExcludeAllSavesItEmpty) {
+TEST(FileFormatDocs, ExcludeAllAndTypeWordsAsThePageSays) {
     MachiningRoot root;
     vorParameterSerializer serializer;
     serializer.set_exclude_all(1);
     serializer.include_pars().insert("tool");
     const std::string text = save_text(root, serializer);
     EXPECT_EQ(text.substr(text.find("}\n{")), "}\n{\n\t\"tool\" : {\n\t}\n}");
-}
 
-TEST(FileFormatDocs, TypeWordsReadBackAsThePageSays) {
-    vorParameterSerializer serializer;
     vorParameterPtr velocity = vorParameterSerializer::get_par_from_type("RL/TT", "");
     EXPECT_EQ(velocity->subtype(), SUB_REAL);
     EXPECT_EQ(serializer.get_type_from_par(*velocity), "R[L/TT]");

@@ -3,16 +3,7 @@
 
 #include "../support/saved_file.h"
 
-#include "vorparameter/containers/vorParameterArray.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-#include "vorparameter/persistence/vorParameterOpenRoot.h"
-#include "vorparameter/persistence/vorParameterSerializer.h"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
-#include <vector>
+#include "../support/prelude.h"
 
 namespace {
 
@@ -32,12 +23,6 @@ public:
     vorParameterUpdater* get_updater() override { return &updater; }
     Updater updater;
 };
-
-vorParameterPtr number(const char* text, vorParameterSubType subtype = SUB_REAL) {
-    vorParameterPtr par(new vorParameterNumeric(subtype, vorDimensions(0, 0, 0), 0.0));
-    par->set_string(text);
-    return par;
-}
 
 std::string save(vorParameterSerializer& serializer, const vorParameterRoot& root,
                  vorParameterSerialError expected = SERIAL_OK) {
@@ -64,10 +49,10 @@ const char* const machining_header =
 
 TEST(Serializer, LoadsDefinitionsValuesAndReferences) {
     MachiningRoot root;
-    root.add("tolerance", number("0"));
+    root.add("tolerance", numeric("0"));
     vorParameterPtr passes = root.add("passes", vorParameterPtr(new vorParameterArray()));
     for (int i = 0; i < 3; ++i)
-        passes->add(vorParameterKey(), number("0", SUB_INT));
+        passes->add(vorParameterKey(), numeric("0", SUB_INT));
     vorParameterSerializer serializer;
     const std::string file = std::string(machining_header) +
                              "\n{ \"tolerance\" : \"0.02\", \"passes\" : ( \"7\" , , \"9\" , ),"
@@ -106,14 +91,14 @@ TEST(Serializer, LoadsDefinitionsValuesAndReferences) {
     EXPECT_NE(again.find("\"feed\" \"R[L/T]\" \"\" : \"1200\""), std::string::npos);
 }
 
-TEST(Serializer, HeaderDecidesTypeVersionAndUpdate) {
+TEST(Serializer, HeaderDecidesTypeVersionAndUpdateAndMalformedInputStopsAtItsError) {
     vorParameterSerializer serializer;
     const auto file = [](const char* type, const char* version) {
         return std::string("{\"type\":\"") + type + "\",\"version\":\"" + version +
                "\",\"time\":\"0\"}{\"a\":\"1\"}";
     };
     MachiningRoot root;
-    root.add("a", number("0"));
+    root.add("a", numeric("0"));
     EXPECT_EQ(load(serializer, root, file("turning", "4")), SERIAL_WRONG_TYPE);
     EXPECT_EQ(load(serializer, root, file("machining", "5")), SERIAL_NEWER_VERSION);
     EXPECT_EQ(root["a"]->get_string(), "0"); // neither changed anything
@@ -128,12 +113,8 @@ TEST(Serializer, HeaderDecidesTypeVersionAndUpdate) {
     EXPECT_EQ(vorParameterSerializer::read_header(in, header), SERIAL_OK);
     EXPECT_EQ(header.type, "turning");
     EXPECT_EQ(header.version, 7);
-}
 
-TEST(Serializer, MalformedInputStopsWithItsErrorAndOffset) {
-    vorParameterSerializer serializer;
-    MachiningRoot root;
-    root.add("a", number("0"));
+    // Malformed input stops with its error and offset.
     const std::string start = std::string(machining_header);
     struct Case {
         std::string text;
@@ -243,13 +224,13 @@ TEST(Serializer, InclusionRulesPickKeysByTheirDeepestNamedPrefix) {
 
 TEST(Serializer, ExcludedMembersAndElementsAreNeitherSavedNorLoaded) {
     MachiningRoot root;
-    root.add("keep", number("1"));
-    root.add("drop", number("2"));
+    root.add("keep", numeric("1"));
+    root.add("drop", numeric("2"));
     vorParameterPtr array = root.add("array", vorParameterPtr(new vorParameterArray()));
     vorParameterPtr list = root.add("list", vorParameterSerializer::get_par_from_type("LI", ""));
     for (const char* value : {"1", "2", "3"}) {
-        array->add(vorParameterKey(), number(value, SUB_INT));
-        list->add(vorParameterKey(), number(value, SUB_INT));
+        array->add(vorParameterKey(), numeric(value, SUB_INT));
+        list->add(vorParameterKey(), numeric(value, SUB_INT));
     }
     vorParameterSerializer serializer;
     serializer.set_compact_mode(1);
@@ -271,11 +252,11 @@ TEST(Serializer, ExcludedMembersAndElementsAreNeitherSavedNorLoaded) {
 
 TEST(Serializer, SettingsChangeWhatIsWritten) {
     MachiningRoot root;
-    root.add("a", number("2"));
-    root.add("twice", number("a*2"));
-    root.add("hidden", number("1"))->set_active("0");
-    root.add("bad", number("nosuch"));
-    root.add("r", vorParameterPtr(new vorParameterRef("a")));
+    root.add("a", numeric("2"));
+    root.add("twice", numeric("a*2"));
+    root.add("hidden", numeric("1"))->set_active("0");
+    root.add("bad", numeric("nosuch"));
+    root.add("r", reference("a"));
     vorParameterSerializer serializer;
     serializer.set_compact_mode(1);
     EXPECT_EQ(saved_body(save(serializer, root)),

@@ -4,11 +4,7 @@
 #include "../support/random_tree.h"
 #include "../support/saved_file.h"
 
-#include "vorparameter/parameter/vorParameterIter.h"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
+#include "../support/prelude.h"
 
 namespace {
 

@@ -1,12 +1,6 @@
 // Tests of the geometry value types: angle exactness, unit vectors,
 // transforms and workplanes.
-#include "vorparameter/platform/giAngle.h"
-#include "vorparameter/platform/giPoint.h"
-#include "vorparameter/platform/giVector.h"
-#include "vorparameter/platform/giWorkplane3.h"
-#include "vorparameter/platform/giXform3.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <cmath>
 
@@ -137,7 +131,7 @@ TEST(GeometryAngle, FromSineCosineChoosesTheQuadrant) {
     EXPECT_EQ(status, 1);
 }
 
-TEST(GeometryXform, ReflectionIsAnInvolutionThatFixesItsPlane) {
+TEST(GeometryXform, ReflectionCompositionOrderAndInverse) {
     const giPoint3 on_plane(1, 2, 3);
     const giVector3 normal(1, -2, 2); // length 3, deliberately not unit
     const giXform3 mirror = giXform3::reflection(on_plane, normal);
@@ -159,9 +153,7 @@ TEST(GeometryXform, ReflectionIsAnInvolutionThatFixesItsPlane) {
     // A zero normal defines no plane.
     expect_near(giXform3::reflection(on_plane, giVector3()).apply(giPoint3(5, 6, 7)),
                 giPoint3(5, 6, 7));
-}
 
-TEST(GeometryXform, CompositionOrderAndInverse) {
     const giPoint3 pivot(1, 1, 0);
     const giXform3 turn = giXform3::rotation(pivot, giUnitVec3(0, 0, 1), giAngle(GI_DEGREES, 90));
     const giXform3 move = giXform3::translation(giVector3(10, 0, 0));
@@ -190,7 +182,7 @@ TEST(GeometryXform, CompositionOrderAndInverse) {
     EXPECT_EQ(giXform3::scaling(pivot, 0.0).apply(giUnitVec3(0, 1, 0)), giUnitVec3());
 }
 
-TEST(GeometryWorkplane, AxesAreOrthonormalFromAnyInputAndAfterTransforms) {
+TEST(GeometryWorkplane, AxesStayOrthonormalAndRightHandedFromAnyInputAndTransform) {
     const giPoint3 origin(5, -1, 2);
     const giUnitVec3 z(0, 0.6, 0.8);
     const giWorkplane3 skewed(origin, giUnitVec3(1, 1, 1), z);
@@ -211,9 +203,7 @@ TEST(GeometryWorkplane, AxesAreOrthonormalFromAnyInputAndAfterTransforms) {
     expect_right_handed_orthonormal(moved);
     expect_near(moved.origin(), moves.apply(origin));
     expect_near(moved.z_axis(), giUnitVec3(moves.apply(z)));
-}
 
-TEST(GeometryWorkplane, MirroredWorkplaneStaysRightHanded) {
     const giWorkplane3 wp(giPoint3(3, 4, 5), giUnitVec3(0, 1, 0), giUnitVec3(0.6, 0, 0.8));
     const giXform3 mirror = giXform3::reflection(giPoint3(1, 0, 0), giVector3(1, 0, 0));
     const giWorkplane3 image = wp.transformed(mirror);

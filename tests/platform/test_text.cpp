@@ -1,18 +1,10 @@
 // Text helpers: number parsing and formatting, case folding, code points.
 
-#include "vorparameter/platform/nlsUtils.h"
+#include "../support/prelude.h"
 #include "vorparameter/platform/utCompactString.h"
-#include "vorparameter/platform/utString.h"
-#include "vorparameter/platform/vorCharTypes.h"
-#include "vorparameter/platform/vorStringUtils.h"
-#include "vorparameter/platform/vorUniqueId.h"
-
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
-#include <string>
-#include <utility>
 
 namespace {
 
@@ -23,7 +15,7 @@ struct DecimalComma {
 
 } // namespace
 
-TEST(Text, ParseReadsNumbersInTheLocaleForm) {
+TEST(Text, NumbersParseAndFormatInTheLocaleForm) {
     double v = 0;
     std::size_t used = 0;
     EXPECT_TRUE(utString(" -2.5e3mm").parse(v, used));
@@ -48,9 +40,7 @@ TEST(Text, ParseReadsNumbersInTheLocaleForm) {
     EXPECT_EQ(i, 42);
     EXPECT_FALSE(utString("99999999999999999999").parse_int(i));
     EXPECT_FALSE(utString("4x").parse_int(i));
-}
 
-TEST(Text, ExactFormattingReadsBack) {
     for (double d : {0.1, 1.0 / 3.0, -2.5, 1e300, 5e-324, 123456789.125, 0.0}) {
         double back = 0;
         ASSERT_TRUE(vorformat_double_exact(d).parse(back)) << vorformat_double_exact(d);
@@ -65,7 +55,7 @@ TEST(Text, ExactFormattingReadsBack) {
     EXPECT_EQ(vorformat_double_exact(0.25), "0,25");
 }
 
-TEST(Text, CaseFoldingCoversEuropeanLetters) {
+TEST(Text, CaseFoldingCodePointsIdsAndCompactStrings) {
     EXPECT_EQ(vordowncase("LÄNGE Ø"), "länge ø");
     EXPECT_EQ(vorupcase("straße ñ"), "STRAßE Ñ");
     EXPECT_EQ(vordowncase("ŁÓDŹ ΑΒΓ ДЖ"), "łódź αβγ дж");
@@ -78,9 +68,7 @@ TEST(Text, CaseFoldingCoversEuropeanLetters) {
     std::vector<utString> parts = vortokens("a  b,c", " ,");
     ASSERT_EQ(parts.size(), 3u);
     EXPECT_EQ(parts[2], "c");
-}
 
-TEST(Text, CodePointsSurviveMalformedInput) {
     vorWideString wide = vorMultiByteToWideChar::convert("L\xC3\xA4nge");
     ASSERT_EQ(wide.size(), 5u);
     EXPECT_EQ(wide[1], U'\u00E4');
@@ -98,9 +86,7 @@ TEST(Text, CodePointsSurviveMalformedInput) {
     EXPECT_TRUE(types.isspace(4));
     EXPECT_FALSE(types.isalpha(5)) << "an em dash is punctuation";
     EXPECT_FALSE(types.isalpha(99));
-}
 
-TEST(Text, UniqueIdsRoundTripThroughHex) {
     vorUniqueId id = vorUniqueId::generate();
     ASSERT_TRUE(id.is_valid());
     utString hex = id.hex_string();
@@ -114,24 +100,7 @@ TEST(Text, UniqueIdsRoundTripThroughHex) {
     ref.set_uid(id);
     EXPECT_TRUE(ref.is_valid());
     EXPECT_EQ(ref.get_uid(), id);
-}
 
-TEST(Text, TheTextHashSeesEveryByteAndTheLength) {
-    // Names are hashed a word at a time with a tail of one to seven bytes; a
-    // byte left out would make names that differ only there collide.
-    for (std::size_t length = 1; length <= 24; ++length) {
-        const std::string text(length, 'a');
-        const std::size_t hash = utTextHash()(text);
-        EXPECT_NE(hash, utTextHash()(text + 'a')) << length;
-        for (std::size_t at = 0; at < length; ++at) {
-            std::string changed = text;
-            changed[at] = 'b';
-            EXPECT_NE(hash, utTextHash()(changed)) << length << " " << at;
-        }
-    }
-}
-
-TEST(Text, CompactStringsKeepEveryTextAcrossTheInlineLimit) {
     // Lengths around the fifteen bytes kept in place, an embedded zero byte
     // and a long text: each survives copy, move and assignment, and compares
     // and hashes like its utString twin.
@@ -160,4 +129,19 @@ TEST(Text, CompactStringsKeepEveryTextAcrossTheInlineLimit) {
     EXPECT_FALSE(utCompactString("ab") == utCompactString("ac"));
     EXPECT_TRUE(utCompactString(std::string(40, 'q')) == utCompactString(std::string(40, 'q')));
     EXPECT_FALSE(utCompactString(std::string(40, 'q')) == utCompactString(std::string(41, 'q')));
+}
+
+TEST(Text, TheTextHashSeesEveryByteAndTheLength) {
+    // Names are hashed a word at a time with a tail of one to seven bytes; a
+    // byte left out would make names that differ only there collide.
+    for (std::size_t length = 1; length <= 24; ++length) {
+        const std::string text(length, 'a');
+        const std::size_t hash = utTextHash()(text);
+        EXPECT_NE(hash, utTextHash()(text + 'a')) << length;
+        for (std::size_t at = 0; at < length; ++at) {
+            std::string changed = text;
+            changed[at] = 'b';
+            EXPECT_NE(hash, utTextHash()(changed)) << length << " " << at;
+        }
+    }
 }

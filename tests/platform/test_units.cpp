@@ -1,7 +1,4 @@
-#include "vorparameter/platform/giTolerance.h"
-#include "vorparameter/platform/vorUnitsUtils.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <cmath>
 #include <limits>
@@ -19,7 +16,7 @@ protected:
 
 } // namespace
 
-TEST_F(HostSettings, UnitScalesFollowTheCurrentSystem) {
+TEST_F(HostSettings, UnitScalesFollowTheSystemAndToleranceRefusesUnusableValues) {
     const auto unknown = static_cast<vorUnitsType>(7);
     EXPECT_EQ(vorUnitsUtils::get_units(), UNITS_MM);
     EXPECT_DOUBLE_EQ(vorUnitsUtils::get_scale_from(UNITS_MM), 1.0);
@@ -37,9 +34,7 @@ TEST_F(HostSettings, UnitScalesFollowTheCurrentSystem) {
     EXPECT_FALSE(vorUnitsUtils::set_units(unknown));
     EXPECT_FALSE(vorUnitsUtils::set_units(static_cast<vorUnitsType>(-1)));
     EXPECT_EQ(vorUnitsUtils::get_units(), UNITS_INCH);
-}
 
-TEST_F(HostSettings, PointToleranceRefusesUnusableValues) {
     EXPECT_EQ(giKernelResources::point_tolerance(), 1e-6);
     ASSERT_TRUE(giKernelResources::set_point_tolerance(1e-3));
     for (double bad : {std::nan(""), -1e-9, std::numeric_limits<double>::infinity(),

@@ -3,14 +3,7 @@
 // the limits must answer as scanning does, and the program cache must stay
 // within its bound.
 
-#include "vorparameter/expression/vorEvaluator.h"
-#include "vorparameter/expression/vorParameterError.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/parameter/vorParameterRoot.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
 
@@ -38,9 +31,9 @@ void expect_same(const Both& both, const char* what) {
 
 } // namespace
 
-TEST(StressCompiled, HugeAndDeepTextsAnswerAsScanningDoes) {
+TEST(StressCompiled, HugeAndDeepTextsAnswerAsScanningDoesAndTheCacheStaysBounded) {
     vorParameterPtr root(new vorParameterRoot("machining"));
-    root->add("a", vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, 1)));
+    root->add("a", real(1));
 
     // 256 KiB of "a+a+...": compiled in one pass, then run within the limits.
     std::string sum = "a";
@@ -61,10 +54,8 @@ TEST(StressCompiled, HugeAndDeepTextsAnswerAsScanningDoes) {
     expect_same(nested, "brackets past the nesting limit");
     EXPECT_EQ(nested.compiled->subtype(), ERR_EXPRESSION);
     expect_same(evaluate_both(root, std::string(5000, '-') + "1"), "prefixes past the limit");
-}
 
-TEST(StressCompiled, ProgramCacheStaysBounded) {
-    vorParameterPtr root(new vorParameterRoot("machining"));
+    // The program cache stays within its bound.
     std::size_t most = 0;
     for (int i = 0; i < 20000; ++i) {
         // A text is compiled on its second sight.

@@ -2,11 +2,7 @@
 // expression, remove_duplicates and the set functions through the index of
 // equal items. Sized so that a quadratic path would not finish within the
 // test's timeout.
-#include "vorparameter/vorparameter.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
 
@@ -19,8 +15,7 @@ vorParameterPtr root_with_lists() {
     vorParameterPtr numbers =
         root->add("L", vorParameterPtr(new vorParameterList(vorParameterPtr(
                            new vorParameterNumeric(SUB_REAL, vorDimensions(), 0.0)))));
-    vorParameterPtr texts = root->add(
-        "S", vorParameterPtr(new vorParameterList(vorParameterPtr(new vorParameterString("")))));
+    vorParameterPtr texts = root->add("S", vorParameterPtr(new vorParameterList(text(""))));
     numbers->set_int(kItems);
     texts->set_int(kItems);
     auto& n = static_cast<vorParameterArray&>(*numbers);
@@ -33,29 +28,22 @@ vorParameterPtr root_with_lists() {
     return root;
 }
 
-vorParameterPtr evaluate(const vorParameterPtr& root, const char* text) {
-    return vorEvaluator(root.get()).evaluate(text);
-}
-
 } // namespace
 
-TEST(StressLists, SortAndFilterAMillionItems) {
+TEST(StressLists, SortFilterDuplicatesAndSetsOfAMillionItems) {
     vorParameterPtr root = root_with_lists();
-    vorParameterPtr sorted = evaluate(root, "sort(L; '-this')");
+    vorParameterPtr sorted = eval(root, "sort(L; '-this')");
     ASSERT_EQ(sorted->size(), kItems);
     EXPECT_EQ(sorted["[0]"]->get_double(), 999);
     EXPECT_EQ(sorted["[999999]"]->get_double(), 0);
 
-    vorParameterPtr chosen = evaluate(root, "filter(L; 'this < 10')");
+    vorParameterPtr chosen = eval(root, "filter(L; 'this < 10')");
     EXPECT_EQ(chosen->size(), kItems / 100);
-}
 
-TEST(StressLists, DuplicatesAndSetsOfAMillionItems) {
-    vorParameterPtr root = root_with_lists();
-    EXPECT_EQ(evaluate(root, "size(set_union(L; S))")->get_int(), 2000);
-    EXPECT_EQ(evaluate(root, "size(intersection(L; L))")->get_int(), 1000);
-    EXPECT_EQ(evaluate(root, "size(subtract(S; {'t1'}))")->get_int(), 999);
-    EXPECT_EQ(evaluate(root, "remove_duplicates(L)")->get_int(), kItems - 1000);
+    EXPECT_EQ(eval(root, "size(set_union(L; S))")->get_int(), 2000);
+    EXPECT_EQ(eval(root, "size(intersection(L; L))")->get_int(), 1000);
+    EXPECT_EQ(eval(root, "size(subtract(S; {'t1'}))")->get_int(), 999);
+    EXPECT_EQ(eval(root, "remove_duplicates(L)")->get_int(), kItems - 1000);
     EXPECT_EQ(root["L"]->size(), 1000);
-    EXPECT_EQ(evaluate(root, "remove_duplicates(S)")->get_int(), kItems - 1000);
+    EXPECT_EQ(eval(root, "remove_duplicates(S)")->get_int(), kItems - 1000);
 }

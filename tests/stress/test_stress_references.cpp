@@ -1,17 +1,9 @@
 // References against long chains, cycles and malformed texts: each ends in
 // a value or an error, never in a crash, a hang or a stack overflow.
 
-#include "vorparameter/vorparameter.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
-
-vorParameterPtr reference(const std::string& text) {
-    return vorParameterPtr(new vorParameterRef(utString(text)));
-}
 
 std::string name(int i) {
     return "r" + std::to_string(i);
@@ -19,9 +11,9 @@ std::string name(int i) {
 
 } // namespace
 
-TEST(StressReferences, LongChainsAndCyclesEndInTheExpressionError) {
+TEST(StressReferences, LongChainsCyclesAndHugeOrMalformedTextsEndInErrors) {
     vorParameterRoot root("machining");
-    root.add("r0", vorParameterPtr(new vorParameterNumeric(SUB_REAL, vorDimensions(), 7.0)));
+    root.add("r0", real(7.0, vorDimensions()));
     constexpr int kLinks = 100000;
     for (int i = 1; i <= kLinks; ++i)
         root.add(utString(name(i)), reference(name(i - 1)));
@@ -39,11 +31,8 @@ TEST(StressReferences, LongChainsAndCyclesEndInTheExpressionError) {
     EXPECT_EQ(root["r1"]->subtype(), ERR_EXPRESSION);
     EXPECT_EQ(root[utString(name(kLinks / 2))]->subtype(), ERR_EXPRESSION);
     EXPECT_NE(root["r1"]->print(0).find("NULL REFERENCE"), utString::npos);
-}
 
-TEST(StressReferences, HugeAndMalformedTextsAreErrors) {
-    vorParameterRoot root("machining");
-    root.add("a", vorParameterPtr(new vorParameterNumeric(SUB_REAL, vorDimensions(), 1.0)));
+    root.add("a", real(1.0, vorDimensions()));
     vorParameterPtr huge = root.add("huge", reference(std::string(1 << 20, 'a')));
     EXPECT_EQ(huge->subtype(), ERR_EXPRESSION);
     vorParameterPtr path = root.add("path", reference("a" + std::string(1 << 20, '.')));

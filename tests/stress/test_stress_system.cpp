@@ -2,9 +2,7 @@
 // 100 000 files and one past the listing limit, sequences run into the ends
 // of int, and calendar times over the whole range from year 1 to 9999.
 
-#include "vorparameter/vorparameter.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <algorithm>
 #include <chrono>
@@ -12,7 +10,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <random>
-#include <string>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -29,7 +26,7 @@ vorParameterPtr call(vorParameterLibFn fn, std::initializer_list<vorParameterPtr
 }
 
 vorParameterPtr number(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_NUMBER, vorDimensions(), v));
+    return real(v, vorDimensions(), SUB_NUMBER);
 }
 
 /// Where to make the scratch directory: a RAM file system when the machine

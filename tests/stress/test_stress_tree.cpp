@@ -2,11 +2,7 @@
 // each would overflow the stack, take quadratic time or grow memory without
 // bound if a walk or a table were naive.
 
-#include "vorparameter/vorparameter.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
 
@@ -16,7 +12,7 @@ constexpr int kChainDepth = 100000;
 /// built bottom up; the deepest map holds the number "x".
 vorParameterPtr make_chain(int depth) {
     vorParameterPtr bottom(new vorParameterMap());
-    bottom->add("x", vorParameterPtr(new vorParameterNumeric(SUB_REAL, vorDimensions(), 1.0)));
+    bottom->add("x", real(1.0, vorDimensions()));
     vorParameterPtr top = bottom;
     for (int i = 1; i < depth; ++i) {
         vorParameterPtr up(new vorParameterMap());
@@ -75,7 +71,7 @@ TEST(StressTree, DeepChainIsReleasedCopiedComparedAndPrinted) {
     copy.reset(); // both releases are iterative: no stack overflow
 }
 
-TEST(StressTree, BuildingTopDownDoesNotWalkEveryAncestor) {
+TEST(StressTree, BuildingTopDownWalksNoAncestorsAndTheKeyCacheStaysBounded) {
     // Each add puts a new map under the deepest one. With a lock anywhere in
     // the process, is_locked() must still answer for the chain.
     vorParameterPtr top(new vorParameterMap());
@@ -90,13 +86,11 @@ TEST(StressTree, BuildingTopDownDoesNotWalkEveryAncestor) {
 
     top->lock(1);
     EXPECT_TRUE(bottom->is_locked());
-    EXPECT_TRUE(bottom->add("n", vorParameterPtr(new vorParameterMap()))->is_error());
+    EXPECT_TRUE(bottom->add("n", map())->is_error());
     top->lock(0);
     EXPECT_FALSE(bottom->is_locked());
-    EXPECT_FALSE(bottom->add("n", vorParameterPtr(new vorParameterMap()))->is_error());
-}
+    EXPECT_FALSE(bottom->add("n", map())->is_error());
 
-TEST(StressTree, DistinctNamesDoNotGrowTheKeyCacheForever) {
     // A million distinct names, each used once: the cache drops the records
     // no key holds. Keys alive meanwhile keep their shared record.
     vorParameterKey kept("kept_name");

@@ -3,19 +3,11 @@
 // walk that followed references would never end, and a quadratic one would
 // time out.
 
-#include "vorparameter/vorparameter.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "../support/prelude.h"
 
 namespace {
 
 constexpr int kSize = 100000;
-
-vorParameterPtr number(double v) {
-    return vorParameterPtr(new vorParameterNumeric(SUB_REAL, vorDimensions(), v));
-}
 
 /// A chain of kSize nested maps ("m" inside "m"...), each holding a number
 /// "x" with an active expression and mirror mode 1, and a reference back to
@@ -24,10 +16,10 @@ vorParameterPtr make_cyclic_chain() {
     vorParameterPtr top(new vorParameterMap());
     vorParameterPtr map = top;
     for (int i = 0; i < kSize; ++i) {
-        vorParameterPtr x = map->add("x", number(i));
+        vorParameterPtr x = map->add("x", real(i));
         x->set_active("x > 0");
         x->set_mirror_mode(MIRROR_NEGATE);
-        map->add("up", vorParameterPtr(new vorParameterRef("^^top")));
+        map->add("up", reference("^^top"));
         map = map->add("m", vorParameterPtr(new vorParameterMap()));
     }
     return top;
@@ -43,7 +35,7 @@ void break_cycles(const vorParameterPtr& top) {
 
 } // namespace
 
-TEST(StressUtilities, DeepChainWithCycles) {
+TEST(StressUtilities, DeepChainWithCyclesAndWideTreeOfPoints) {
     vorParameterPtr top = make_cyclic_chain();
     vorParameterUtils::remove_active_expressions(*top);
     vorParameterUtils::mirror_parameters(top, giPoint3(), giVector3(1, 0, 0));
@@ -63,17 +55,15 @@ TEST(StressUtilities, DeepChainWithCycles) {
     EXPECT_EQ(numbers, kSize);
     EXPECT_DOUBLE_EQ(sum, -double(kSize) * (kSize - 1) / 2) << "each number negated once";
     break_cycles(top);
-}
 
-TEST(StressUtilities, WideTreeOfPoints) {
-    vorParameterPtr top(new vorParameterMap());
+    vorParameterPtr wide(new vorParameterMap());
     for (int i = 0; i < kSize / 4; ++i) {
-        auto* point = new vorParameterVector(3, number(i));
+        auto* point = new vorParameterVector(3, real(i));
         point->set_mirror_mode(MIRROR_NEGATE);
-        top->add(vorParameterKey("p" + std::to_string(i)), vorParameterPtr(point));
+        wide->add(vorParameterKey("p" + std::to_string(i)), vorParameterPtr(point));
     }
-    vorParameterUtils::mirror_parameters(top, giPoint3(1, 0, 0), giVector3(1, 0, 0));
-    giPoint3 last = vorParameterUtils::to_gipoint3(*(*top)[vorParameterKey("p24999")]);
+    vorParameterUtils::mirror_parameters(wide, giPoint3(1, 0, 0), giVector3(1, 0, 0));
+    giPoint3 last = vorParameterUtils::to_gipoint3(*(*wide)[vorParameterKey("p24999")]);
     EXPECT_DOUBLE_EQ(last.x(), 2 - 24999.0);
     EXPECT_DOUBLE_EQ(last.y(), 24999.0);
 }

@@ -4,12 +4,9 @@
 #ifndef VORPARAMETER_TESTS_DOC_EXAMPLES_H
 #define VORPARAMETER_TESTS_DOC_EXAMPLES_H
 
-#include <gtest/gtest.h>
+#include "prelude.h"
 
 #include <fstream>
-#include <sstream>
-#include <string>
-#include <vector>
 
 /// The bytes of `relative_path`, a file below the source tree ("" when absent).
 inline std::string read_source_file(const std::string& relative_path) {

@@ -3,27 +3,19 @@
 #ifndef VORPARAMETER_TESTS_DOCUMENTED_TREE_H
 #define VORPARAMETER_TESTS_DOCUMENTED_TREE_H
 
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
-
-inline vorParameterPtr documented_number(vorParameterSubType kind, vorDimStandard dim,
-                                         double value) {
-    return vorParameterPtr(new vorParameterNumeric(kind, dim, value));
-}
+#include "prelude.h"
 
 inline vorParameterPtr documented_tree() {
     vorParameterPtr root(new vorParameterLibRoot("machining"));
-    root->add("a", documented_number(SUB_REAL, DIM_NONE, 2));
-    root->add("b", documented_number(SUB_REAL, DIM_NONE, 3));
-    vorParameterPtr tool = root->add("tool", vorParameterPtr(new vorParameterMap()));
-    tool->add("diameter", documented_number(SUB_REAL, DIM_LENGTH, 6));
-    tool->add("flutes", documented_number(SUB_INT, DIM_NONE, 4));
-    tool->add("name", vorParameterPtr(new vorParameterString("End mill")));
-    vorParameterPtr strategy = root->add("strategy", vorParameterPtr(new vorParameterMap()));
-    strategy->add("stepover", documented_number(SUB_REAL, DIM_LENGTH, 0))
-        ->set_string("tool.diameter * 0.5");
-    strategy->add("tolerance", documented_number(SUB_REAL, DIM_LENGTH, 0.01));
+    root->add("a", real(2));
+    root->add("b", real(3));
+    vorParameterPtr tool = root->add("tool", map());
+    tool->add("diameter", real(6, DIM_LENGTH));
+    tool->add("flutes", real(4, DIM_NONE, SUB_INT));
+    tool->add("name", text("End mill"));
+    vorParameterPtr strategy = root->add("strategy", map());
+    strategy->add("stepover", real(0, DIM_LENGTH))->set_string("tool.diameter * 0.5");
+    strategy->add("tolerance", real(0.01, DIM_LENGTH));
     return root;
 }
 

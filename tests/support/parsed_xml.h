@@ -6,8 +6,7 @@
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 
-#include <string>
-#include <vector>
+#include "prelude.h"
 
 class ParsedXml {
 public:

@@ -2,15 +2,7 @@
 #ifndef VORPARAMETER_TESTS_SUPPORT_RANDOM_TREE_H
 #define VORPARAMETER_TESTS_SUPPORT_RANDOM_TREE_H
 
-#include "vorparameter/containers/vorParameterArray.h"
-#include "vorparameter/containers/vorParameterEnum.h"
-#include "vorparameter/containers/vorParameterList.h"
-#include "vorparameter/containers/vorParameterSharedList.h"
-#include "vorparameter/containers/vorParameterVector.h"
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-#include "vorparameter/persistence/vorParameterSerializer.h"
+#include "prelude.h"
 
 #include <random>
 
@@ -95,7 +87,7 @@ private:
             for (int n = pick(0, 4); n > 0; --n) {
                 vorParameterPtr element = vorParameterPtr(new vorParameterString(text_value()));
                 if (pick(0, 3) == 0) {
-                    element = vorParameterPtr(new vorParameterMap());
+                    element = map();
                     fill(*element, depth + 1);
                 }
                 array->add(vorParameterKey(), element);
@@ -112,8 +104,8 @@ private:
             return list;
         }
         case 5: {
-            vorParameterPtr vector = defined(vorParameterPtr(new vorParameterVector(
-                pick(1, 3), vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_LENGTH, 0.0)))));
+            vorParameterPtr vector =
+                defined(vorParameterPtr(new vorParameterVector(pick(1, 3), real(0.0, DIM_LENGTH))));
             vector->set_string("{1;2;3}");
             return vector;
         }

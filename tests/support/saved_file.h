@@ -2,14 +2,7 @@
 #ifndef VORPARAMETER_TESTS_SUPPORT_SAVED_FILE_H
 #define VORPARAMETER_TESTS_SUPPORT_SAVED_FILE_H
 
-#include "vorparameter/persistence/vorParameterOpenRoot.h"
-#include "vorparameter/persistence/vorParameterSerializer.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <sstream>
-#include <string>
+#include "prelude.h"
 
 /// Everything after the header's closing brace (the header holds no other).
 /// Tests compare bodies because the header's time differs from save to save.

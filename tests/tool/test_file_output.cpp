@@ -2,11 +2,10 @@
 // output, and what cannot be replaced is written in place.
 #include "file_tree.h"
 
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 namespace {
 

@@ -4,29 +4,15 @@
 #include "graph_writer.h"
 #include "progress.h"
 
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/expression/vorParameterString.h"
-#include "vorparameter/library/vorParameterLibRoot.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-#include "vorparameter/parameter/vorParameterRef.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <map>
 #include <regex>
 #include <set>
-#include <sstream>
-#include <string>
 #include <tuple>
 
 namespace vorparam {
 namespace {
-
-vorParameterPtr number(const char* value) {
-    vorParameterPtr par(new vorParameterNumeric(SUB_REAL, vorDimensions(), 0.0));
-    par->set_string(value);
-    return par;
-}
 
 /// "from -> to (kind)" for every edge, nodes named by the first line of their
 /// label (the path); kind is "value", "active" or "ref".
@@ -62,17 +48,17 @@ ParsedGraph parse(const std::string& dot) {
 /// refers to a.
 vorParameterPtr sample_tree() {
     vorParameterPtr root(new vorParameterLibRoot("job"));
-    root->add("depth", number("2"));
+    root->add("depth", numeric("2"));
     vorParameterPtr a(new vorParameterMap());
-    a->add("b", number("depth > 1 & c > 0"));
-    a->add("c", number("c + 1"));
+    a->add("b", numeric("depth > 1 & c > 0"));
+    a->add("c", numeric("c + 1"));
     root->add("a", a);
-    root->add("x", number("y * 2"));
-    root->add("y", number("x / 2"));
+    root->add("x", numeric("y * 2"));
+    root->add("y", numeric("x / 2"));
     vorParameterPtr show(new vorParameterString("on"));
     show->set_active("depth > 0");
     root->add("show", show);
-    root->add("cutter", vorParameterPtr(new vorParameterRef("a")));
+    root->add("cutter", reference("a"));
     return root;
 }
 
@@ -115,7 +101,7 @@ TEST(Graph, EdgesAreWhatEachEvaluationRead) {
     EXPECT_EQ(shallow.edges.count({"a.b", "depth", "value"}), 1u);
 }
 
-TEST(Graph, PathDrawsTheSubtreeAndWhatItReads) {
+TEST(Graph, PathDrawsTheSubtreeAndLabelsAreQuotedAscii) {
     const vorParameterPtr root = sample_tree();
     const ParsedGraph graph = parse(graph_of((*root)[vorParameterKey("a")], "a"));
     // depth lies outside a but a.b reads it; x, y, show and cutter are left out.
@@ -124,9 +110,7 @@ TEST(Graph, PathDrawsTheSubtreeAndWhatItReads) {
 
     const ParsedGraph leaf = parse(graph_of((*root)[vorParameterKey("cutter")], "cutter"));
     EXPECT_EQ(leaf.paths, (std::vector<std::string>{"cutter", "a"}));
-}
 
-TEST(Graph, LabelsAreQuotedAsciiThatGraphvizReadsBack) {
     EXPECT_EQ(dot_quoted("plain"), "\"plain\"");
     EXPECT_EQ(dot_quoted("say \"hi\" C:\\cam"), R"("say \"hi\" C:\\cam")");
     EXPECT_EQ(dot_quoted("two\nlines"), R"("two\nlines")");
@@ -144,9 +128,9 @@ TEST(Graph, LabelsAreQuotedAsciiThatGraphvizReadsBack) {
     EXPECT_EQ(shortened("\xC3\xA9\xC3\xA9\xC3\xA9", 2), "\xC3\xA9\xC3\xA9...");
 
     // A value with every awkward character reaches the label escaped.
-    vorParameterPtr root(new vorParameterLibRoot("job"));
-    root->add("name", vorParameterPtr(new vorParameterString("\"q\"\\\n")));
-    const std::string dot = graph_of(root, "");
+    vorParameterPtr named(new vorParameterLibRoot("job"));
+    named->add("name", text("\"q\"\\\n"));
+    const std::string dot = graph_of(named, "");
     EXPECT_NE(dot.find(R"x(label="name\n= \"\"q\"\\\n\" (text)")x"), std::string::npos) << dot;
 }
 

@@ -6,11 +6,7 @@
 #include "../support/random_tree.h"
 #include "../support/saved_file.h"
 
-#include "vorparameter/persistence/vorParameterOpenRoot.h"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
+#include "../support/prelude.h"
 
 namespace {
 

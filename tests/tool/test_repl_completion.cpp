@@ -4,14 +4,9 @@
 #include "file_tree.h"
 #include "repl_completion.h"
 
-#include "vorparameter/expression/vorParameterNumeric.h"
-#include "vorparameter/library/vorParameterFunction.h"
-#include "vorparameter/parameter/vorParameterMap.h"
-
-#include <gtest/gtest.h>
+#include "../support/prelude.h"
 
 #include <algorithm>
-#include <sstream>
 
 namespace {
 
@@ -22,7 +17,7 @@ bool contains(const Words& words, const std::string& word) {
     return std::find(words.begin(), words.end(), word) != words.end();
 }
 
-TEST(ReplCompletion, WalksThePathTypedSoFar) {
+TEST(ReplCompletion, WalksThePathAfterMembersThenFunctionsAndIsBounded) {
     const vorParameterPtr root = vorparam::build_demo_tree();
     EXPECT_EQ(completion_candidates(root, "tool.di"), Words{"tool.diameter"});
     // Case is ignored, as lookups ignore it; the member's name is written as
@@ -37,11 +32,8 @@ TEST(ReplCompletion, WalksThePathTypedSoFar) {
     EXPECT_TRUE(completion_candidates(root, "tool.diameter.").empty());
     EXPECT_TRUE(completion_candidates(root, "nosuch.").empty());
     EXPECT_TRUE(completion_candidates(root, ".x").empty());
-}
 
-TEST(ReplCompletion, FirstWordsAreMembersThenFunctions) {
-    const vorParameterPtr root = vorparam::build_demo_tree();
-    root->add("double", vorParameterPtr(new vorParameterFunction("2 * argv[0]")));
+    root->add("double", function("2 * argv[0]"));
     EXPECT_EQ(completion_candidates(root, "sq"), Words{"sqrt("});
     const Words st = completion_candidates(root, "st");
     ASSERT_FALSE(st.empty());
@@ -52,9 +44,16 @@ TEST(ReplCompletion, FirstWordsAreMembersThenFunctions) {
     EXPECT_TRUE(contains(completion_candidates(root, "dou"), "double("));
     // Every standard function is offered for an empty word.
     EXPECT_GE(completion_candidates(root, "").size(), 94u);
+
+    vorParameterPtr big(new vorParameterMap());
+    for (int i = 0; i < 1500; ++i)
+        big->add(vorParameterKey(utString("m" + std::to_string(i))), real(i));
+    root->add("big", big);
+    EXPECT_EQ(completion_candidates(root, "big.").size(), vorparam::max_completion_candidates);
+    EXPECT_EQ(completion_candidates(root, "big.m149").size(), 11u);
 }
 
-TEST(ReplCompletion, ArraysCompleteByIndex) {
+TEST(ReplCompletion, ArraysCompleteByIndexAndWordsStartAndShareAPrefix) {
     std::ostringstream report;
     const vorparam::FileTree file =
         vorparam::load_file_tree(VORPARAMETER_SOURCE_DIR "/tests/tool/job.vor", report);
@@ -64,20 +63,7 @@ TEST(ReplCompletion, ArraysCompleteByIndex) {
     EXPECT_EQ(completion_candidates(root, "passes["), (Words{"passes[0]", "passes[1]"}));
     EXPECT_EQ(completion_candidates(root, "passes[1"), Words{"passes[1]"});
     EXPECT_EQ(completion_candidates(root, "tool.h"), Words{"tool.holder"});
-}
 
-TEST(ReplCompletion, CandidatesAreBounded) {
-    const vorParameterPtr root = vorparam::build_demo_tree();
-    vorParameterPtr big(new vorParameterMap());
-    for (int i = 0; i < 1500; ++i)
-        big->add(vorParameterKey(utString("m" + std::to_string(i))),
-                 vorParameterPtr(new vorParameterNumeric(SUB_REAL, DIM_NONE, i)));
-    root->add("big", big);
-    EXPECT_EQ(completion_candidates(root, "big.").size(), vorparam::max_completion_candidates);
-    EXPECT_EQ(completion_candidates(root, "big.m149").size(), 11u);
-}
-
-TEST(ReplCompletion, WordStartAndCommonPrefix) {
     using vorparam::completion_word_start;
     EXPECT_EQ(completion_word_start("sqrt(tool.di"), 5u);
     EXPECT_EQ(completion_word_start("a * list[2].na"), 4u);

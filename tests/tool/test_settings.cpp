@@ -1,15 +1,11 @@
 // The PATH=VALUE arguments of `eval --set` and `set`.
 #include "settings.h"
 
-#include "vorparameter/expression/vorParameterNumeric.h"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
+#include "../support/prelude.h"
 
 namespace {
 
-TEST(ToolSettings, SyntaxAndSplitAtTheFirstEquals) {
+TEST(ToolSettings, SyntaxSplitAndEveryValueThatFails) {
     EXPECT_EQ(vorparam::check_setting_syntax("a.b=1"), "");
     EXPECT_EQ(vorparam::check_setting_syntax("a=b=c"), "");
     EXPECT_NE(vorparam::check_setting_syntax("=1"), "");
@@ -18,9 +14,7 @@ TEST(ToolSettings, SyntaxAndSplitAtTheFirstEquals) {
     const vorparam::Setting setting = vorparam::split_setting("note=x=y");
     EXPECT_EQ(setting.path, "note");
     EXPECT_EQ(setting.value, "x=y");
-}
 
-TEST(ToolSettings, EveryValueThatFailsIsNamed) {
     vorParameterPtr good(new vorParameterNumeric(SUB_REAL, DIM_NONE, 0.0));
     vorParameterPtr bad(new vorParameterNumeric(SUB_REAL, DIM_NONE, 0.0));
     good->set_string("1+2");
