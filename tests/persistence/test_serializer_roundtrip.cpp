@@ -33,4 +33,20 @@ TEST(SerializerRoundTrip, RandomTreesComeBackUnchanged) {
     }
 }
 
+TEST(SerializerRoundTrip, AnOpenedVectorKeepsTheLengthOfItsTypeWord) {
+    // A file that gives a vector more elements than its type word says: had
+    // the vector grown, the extra element would read back as one of the
+    // vector's own kind, and the second save would differ from the first.
+    const std::string header = R"({"type":"machining","version":"0","time":"0"})";
+    const std::pair<const char*, vorParameterSerialError> extras[] = {
+        {R"("3")", SERIAL_SOME_FAILED}, {"(\n)", SERIAL_OK}, {"{\n}", SERIAL_OK}};
+    for (const auto& [extra, error] : extras) {
+        const std::unique_ptr<vorParameterOpenRoot> opened =
+            open_saved(header + R"({"point" "V2R[L]" "" : ("1", "2", )" + extra + ")}", error);
+        const std::string saved = saved_body(*opened);
+        EXPECT_NE(saved.find(R"("V2R[L]")"), std::string::npos) << saved;
+        EXPECT_EQ(saved_body(*open_saved(header + saved, SERIAL_OK)), saved);
+    }
+}
+
 } // namespace
