@@ -240,7 +240,8 @@ vorParameterKeyImplPtr vorParameterKeyImpl::get_impl(const utString& given) {
 }
 
 const vorParameterKeyImpl* vorParameterKeyImpl::find_cached(std::string_view text) {
-    text = without_dollars(text);
+    if (!text.empty() && text.front() == '$')
+        text = without_dollars(text);
     if (text.empty())
         return empty_record();
     const vorParameterKeyImplPtr* found = key_cache().find(text);

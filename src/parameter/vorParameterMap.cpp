@@ -116,9 +116,8 @@ void vorParameterMap::copy_value_from(const vorParameter& source) {
             (*mine)->copy_value_from(*member);
 }
 
-const vorParameterPtr* vorParameterMap::find_member(const vorParameterKeyImpl& key) const {
-    if (const vorParameterPtr* exact = m_members.find(key.first_name(), key.first_hash()))
-        return exact;
+const vorParameterPtr*
+vorParameterMap::find_member_in_other_case(const vorParameterKeyImpl& key) const {
     const utString* name = other_case_name(key.first_lower());
     return name ? m_members.find(*name) : nullptr;
 }
@@ -209,8 +208,12 @@ vorParameterPtr vorParameterMap::find_plain_path(const vorParameterKeyImpl* path
         if (path->remainder().empty()) {
             // Held before it is asked anything: a host's node may change the
             // tree when asked.
+            // Returned by name, so that it moves: a copy would cost two
+            // more atomic steps.
             vorParameterPtr found = *member;
-            return lookup_finds(*found) ? found : vorParameterPtr();
+            if (!lookup_finds(*found))
+                return vorParameterPtr();
+            return found;
         }
         if (typeid(*node) != typeid(vorParameterMap))
             return vorParameterPtr();

@@ -6,6 +6,7 @@
 #include "vorparameter/expression/vorParameterString.h"
 #include "vorparameter/platform/vorStringUtils.h"
 
+#include <algorithm>
 #include <typeinfo>
 #include <utility>
 
@@ -80,21 +81,6 @@ vorParameterKey vorParameterRoot::translated(const vorParameterKey& key) const {
     }
     utString translation = translate_key(text);
     return translation == text ? key : vorParameterKey(translation);
-}
-
-bool vorParameterRoot::may_translate(const vorParameterKeyImpl& key) const {
-    // Synonyms replace a whole path without brackets, or a stretch between
-    // brackets; none of them has a "." in it.
-    if (key.remainder().contains("["))
-        return true;
-    return key.remainder().empty() && &lookup_key_synonym(key.first()) != &key.first();
-}
-
-vorParameterPtr vorParameterRoot::find_plain_text(std::string_view path) const {
-    const vorParameterKeyImpl* record = vorParameterKeyImpl::find_cached(path);
-    if (!record || may_translate(*record))
-        return vorParameterPtr();
-    return find_plain_path(record);
 }
 
 vorParameterPtr vorParameterRoot::lookup_text(std::string_view path, bool as_const) const {

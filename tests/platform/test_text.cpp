@@ -131,17 +131,21 @@ TEST(Text, CaseFoldingCodePointsIdsAndCompactStrings) {
     EXPECT_FALSE(utCompactString(std::string(40, 'q')) == utCompactString(std::string(41, 'q')));
 }
 
-TEST(Text, TheTextHashSeesEveryByteAndTheLength) {
-    // Names are hashed a word at a time with a tail of one to seven bytes; a
-    // byte left out would make names that differ only there collide.
-    for (std::size_t length = 1; length <= 24; ++length) {
+TEST(Text, HashAndCompareSeeEveryByteAndTheLength) {
+    // Names are hashed a word at a time with a tail of one to seven bytes,
+    // and short texts compare as two overlapping words; a byte left out
+    // would make names that differ only there collide or compare equal.
+    for (std::size_t length = 0; length <= 24; ++length) {
         const std::string text(length, 'a');
         const std::size_t hash = utTextHash()(text);
+        EXPECT_TRUE(utString::same_text(text, std::string(text)));
         EXPECT_NE(hash, utTextHash()(text + 'a')) << length;
+        EXPECT_FALSE(utString::same_text(text, text + 'a'));
         for (std::size_t at = 0; at < length; ++at) {
             std::string changed = text;
             changed[at] = 'b';
             EXPECT_NE(hash, utTextHash()(changed)) << length << " " << at;
+            EXPECT_FALSE(utString::same_text(text, changed)) << length << " " << at;
         }
     }
 }

@@ -73,7 +73,11 @@ public:
     /// The members in insertion order.
     const Members& members() const { return m_members; }
     /// The member of exactly or case-insensitively `name`, or null.
-    const vorParameterPtr* find_member(const vorParameterKeyImpl& key) const;
+    const vorParameterPtr* find_member(const vorParameterKeyImpl& key) const {
+        if (const vorParameterPtr* exact = m_members.find(key.first_name(), key.first_hash()))
+            return exact;
+        return find_member_in_other_case(key);
+    }
 
 protected:
     void clone_members() override;
@@ -100,6 +104,8 @@ protected:
     vorParameterPtr keys_list() const;
 
 private:
+    /// find_member when no member is spelt exactly as the key's first name.
+    const vorParameterPtr* find_member_in_other_case(const vorParameterKeyImpl& key) const;
     /// The exact name that a lookup of `lower` in another letter case finds:
     /// the indexed name, `lower` itself when the index has none, or null.
     const utString* other_case_name(const utString& lower) const;

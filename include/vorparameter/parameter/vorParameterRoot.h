@@ -20,7 +20,9 @@
 #include "vorparameter/parameter/vorParameterLoader.h"
 #include "vorparameter/parameter/vorParameterMap.h"
 
+#include <algorithm>
 #include <memory>
+#include <string_view>
 
 class VOR_API vorParameterRoot : public vorParameterMap {
     UT_DECLARE_TYPE(vorParameterRoot, vorParameter)
@@ -109,11 +111,24 @@ protected:
     /// and operator[] must be asked. A host's root whose synonyms and
     /// operator[] are this class's may answer its own lookup_text with it
     /// first: lookup_method is only asked for names that no member has.
-    vorParameterPtr find_plain_text(std::string_view path) const;
+    vorParameterPtr find_plain_text(std::string_view path) const {
+        const vorParameterKeyImpl* record = vorParameterKeyImpl::find_cached(path);
+        if (!record || may_translate(*record))
+            return vorParameterPtr();
+        return find_plain_path(record);
+    }
 
 private:
-    /// Whether the root's synonyms may change the path of `key`.
-    bool may_translate(const vorParameterKeyImpl& key) const;
+    /// Whether the root's synonyms may change the path of `key`. Synonyms
+    /// replace a whole path without brackets, or a stretch between brackets,
+    /// and none of them has a "." in it.
+    bool may_translate(const vorParameterKeyImpl& key) const {
+        // Remainders are a few bytes: a loop beats a call of memchr.
+        const std::string_view rest = key.remainder().view();
+        if (std::find(rest.begin(), rest.end(), '[') != rest.end())
+            return true;
+        return rest.empty() && &lookup_key_synonym(key.first()) != &key.first();
+    }
     /// `key` with the root's synonyms replaced.
     vorParameterKey translated(const vorParameterKey& key) const;
     vorParameterPtr lookup_translated(const vorParameterKey& key, bool as_const) const;

@@ -16,6 +16,8 @@
 #include "vorparameter/platform/vorExport.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <functional>
 #include <iosfwd>
 #include <string>
@@ -109,13 +111,30 @@ public:
             return false;
         if (size > 16)
             return a == b;
+        // Two words that overlap in the middle cover a text of 8 to 16
+        // bytes, two half words one of 4 to 7.
+        const char* x = a.data();
+        const char* y = b.data();
+        if (size >= 8)
+            return word<std::uint64_t>(x) == word<std::uint64_t>(y) &&
+                   word<std::uint64_t>(x + size - 8) == word<std::uint64_t>(y + size - 8);
+        if (size >= 4)
+            return word<std::uint32_t>(x) == word<std::uint32_t>(y) &&
+                   word<std::uint32_t>(x + size - 4) == word<std::uint32_t>(y + size - 4);
         for (std::size_t i = 0; i < size; ++i)
-            if (a[i] != b[i])
+            if (x[i] != y[i])
                 return false;
         return true;
     }
 
 private:
+    template <class Word>
+    static Word word(const char* bytes) {
+        Word value;
+        std::memcpy(&value, bytes, sizeof value);
+        return value;
+    }
+
     std::string m_text;
     bool m_invalid = false;
 };
