@@ -16,12 +16,7 @@ vorParameterLibRoot::vorParameterLibRoot(const utString& root_type, int created,
 vorParameterPtr vorParameterLibRoot::lookup_text(std::string_view path, bool as_const) const {
     // Only lookup_method differs from a plain root's lookup, and it is asked
     // for names that no member has. A host's root may differ in more.
-    if (typeid(*this) == typeid(vorParameterLibRoot)) {
-        vorParameterPtr found = find_plain_text(path);
-        if (!found.is_null())
-            return found;
-    }
-    return vorParameter::lookup_text(path, as_const);
+    return lookup_text_walking(typeid(*this) == typeid(vorParameterLibRoot), path, as_const);
 }
 
 vorParameterPtr vorParameterLibRoot::lookup_method(const vorParameterKey& key) const {

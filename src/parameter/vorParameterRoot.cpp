@@ -85,7 +85,12 @@ vorParameterKey vorParameterRoot::translated(const vorParameterKey& key) const {
 
 vorParameterPtr vorParameterRoot::lookup_text(std::string_view path, bool as_const) const {
     // A host's root may have synonyms and lookups of its own.
-    if (typeid(*this) == typeid(vorParameterRoot)) {
+    return lookup_text_walking(typeid(*this) == typeid(vorParameterRoot), path, as_const);
+}
+
+vorParameterPtr vorParameterRoot::lookup_text_walking(bool walk, std::string_view path,
+                                                      bool as_const) const {
+    if (walk) {
         vorParameterPtr found = find_plain_text(path);
         if (!found.is_null())
             return found;

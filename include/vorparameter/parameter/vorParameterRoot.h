@@ -105,6 +105,9 @@ public:
 protected:
     /// A plain root answers a text by find_plain_text when it can.
     vorParameterPtr lookup_text(std::string_view path, bool as_const) const override;
+    /// find_plain_text when `walk` (the caller's lookups are this class's,
+    /// but for lookup_method), then the key lookup: lookup_text of a root.
+    vorParameterPtr lookup_text_walking(bool walk, std::string_view path, bool as_const) const;
     /// The member that the root's lookup finds for `path` when the key cache
     /// knows the text, no synonym applies to it and it leads through plain
     /// maps (see vorParameterMap::find_plain_path); otherwise an empty handle,
