@@ -13,6 +13,11 @@
 
 namespace {
 
+/// Moves whenever a record leaves the key cache (dropped or replaced): until
+/// then, every record the cache held is alive and stands for its text. A
+/// plain variable, so that walking a path reads it without reaching the cache.
+std::uint64_t key_cache_generation = 1;
+
 /// The process-wide table from name-key text to its parsed record.
 ///
 /// It is bounded: when it holds more than max_entries texts or max_bytes of
@@ -22,11 +27,6 @@ namespace {
 /// is simply parsed again when next met. Synonyms are kept for good. The next
 /// sweep waits until the table has doubled past what survived, so sweeping
 /// costs amortised O(1) per insertion.
-/// Moves whenever a record leaves the key cache (dropped or replaced): until
-/// then, every record the cache held is alive and stands for its text. A
-/// plain variable, so that walking a path reads it without reaching the cache.
-std::uint64_t key_cache_generation = 1;
-
 class KeyCache {
 public:
     static constexpr std::size_t max_entries = 1 << 16;

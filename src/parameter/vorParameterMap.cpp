@@ -206,10 +206,9 @@ vorParameterPtr vorParameterMap::find_plain_path(const vorParameterKeyImpl* path
         if (!node)
             return vorParameterPtr();
         if (path->remainder().empty()) {
-            // Held before it is asked anything: a host's node may change the
-            // tree when asked.
-            // Returned by name, so that it moves: a copy would cost two
-            // more atomic steps.
+            // Held before it is asked anything (a host's node may change the
+            // tree when asked), and returned by name so that it moves: a copy
+            // would cost two more atomic steps.
             vorParameterPtr found = *member;
             if (!lookup_finds(*found))
                 return vorParameterPtr();

@@ -6,7 +6,6 @@
 #include "vorparameter/expression/vorParameterString.h"
 #include "vorparameter/platform/vorStringUtils.h"
 
-#include <algorithm>
 #include <typeinfo>
 #include <utility>
 
